@@ -1,7 +1,6 @@
 #include "engine/jet_date.h"
 
 #include <QRegularExpression>
-#include <QTimeZone>
 #include <cmath>
 
 namespace engine {
@@ -10,7 +9,7 @@ QDate zero_date() { return QDate(1899, 12, 30); }
 
 QDateTime make_datetime(QDate date, QTime time)
 {
-    return QDateTime(date, time, QTimeZone::UTC);
+    return QDateTime(date, time, Qt::UTC);
 }
 
 QDateTime zero_datetime() { return make_datetime(zero_date()); }

@@ -36,8 +36,9 @@ int ScriptedBoxes::respond(const QString& text, int style, const QString& title)
     expected_.pop_front();
     EXPECT_TRUE(text.contains(box.text_contains))
         << "Message box text: " << text.toStdString() << "\nexpected to contain: " << box.text_contains.toStdString();
-    if (box.style >= 0)
+    if (box.style >= 0) {
         EXPECT_EQ(style, box.style) << "for message box: " << text.toStdString();
+    }
     return box.answer;
 }
 
