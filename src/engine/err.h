@@ -41,6 +41,7 @@ void raise_engine_error(int number, const QString& description);
 namespace vberr {
 inline constexpr int Overflow = 6;
 inline constexpr int TypeMismatch = 13;
+inline constexpr int InvalidUseOfNull = 94;
 inline constexpr int FileNotFound = 53;
 inline constexpr int FileAlreadyOpen = 55;
 inline constexpr int FileAlreadyExists = 58;

@@ -1,0 +1,74 @@
+#pragma once
+// The shared state behind a Database, its QueryDefs and its Recordsets.
+
+#include "engine/database.h"
+#include "engine/recordset.h"
+#include "engine/sqlite_connection.h"
+
+#include <QHash>
+#include <vector>
+
+namespace engine {
+
+struct StoredQuery {
+    QString name;
+    QString sql;                        // as stored, PARAMETERS clause included
+    QVector<QueryParameter> parameters; // its own and those of the queries it names
+    QString runnable;                   // SQLite text: :parameters, named queries as CTEs
+};
+
+struct DatabaseCore {
+    Connection connection;
+    QString name;
+    long long records_affected = 0;
+    bool open = false;
+
+    bool queries_loaded = false;
+    QHash<QString, StoredQuery> queries;  // by lower-case name
+
+    bool load_queries();
+    void forget_queries() { queries_loaded = false; queries.clear(); }
+    const StoredQuery* find_query(const QString& name);
+};
+
+struct Row {
+    Bookmark serial = 0;
+    bool deleted = false;
+    QVector<QVariant> values;
+};
+
+struct TableKey {
+    int field = -1;        // the field holding the table's key
+    QString column;        // its column in the table ("rowid" for the engine's hidden key)
+};
+
+struct RowStore {
+    QString runnable_sql;
+    QVector<QueryParameter> parameters;
+    QVector<FieldInfo> fields;
+    int visible_fields = 0;
+    std::vector<Row> rows;
+    Bookmark next_serial = 1;
+    QHash<QString, TableKey> keys;  // base table (lower case) -> its key
+
+    bool load(DatabaseCore& core);
+    int row_of(Bookmark mark) const;
+};
+
+// Text of the query-definition store and the rewriting of stored query texts.
+namespace query_text {
+// The name of the table that keeps stored queries inside the database file.
+inline const char* const store_table = "Quillary_QueryDefs";
+// Splits off a leading "PARAMETERS a Long, b DateTime;" clause.
+bool split_parameters(const QString& sql, QVector<QueryParameter>& parameters, QString& body);
+// Names of parameters written bare or in brackets become :name.
+QString mark_parameters(const QString& body, const QVector<QueryParameter>& parameters);
+// The names (as written) of identifiers in the text, outside strings.
+QStringList identifiers(const QString& body);
+}  // namespace query_text
+
+// Converts values between their stored and their presented forms.
+QVariant present_value(const QVariant& stored, FieldType type);
+bool store_value(const QVariant& value, const FieldInfo& field, QVariant& stored);
+
+}  // namespace engine
