@@ -1,0 +1,200 @@
+#include "shell/audit_log_pages.h"
+#include "support/scripted_boxes.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing_support::ScriptedBoxes;
+
+const QString beginning = QStringLiteral("  --  Beginning of File  --  ");
+const QString ending = QStringLiteral("  --  End of File  --  ");
+
+class AuditLogPagerTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(dir.isValid()); }
+
+    QString write_log(const QByteArray& content)
+    {
+        const QString name = dir.filePath(QStringLiteral("quillary.log"));
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+        return name;
+    }
+
+    // Lines of 29 characters and a line end, without blanks, so that no
+    // trimming at a block boundary can hide a fault.
+    static QByteArray numbered_lines(int count)
+    {
+        QByteArray content;
+        for (int i = 0; i < count; ++i)
+            content += line(i) + '\n';
+        return content;
+    }
+    static QByteArray line(int i) { return QByteArray("entry-") + QByteArray::number(i).rightJustified(4, '0') + QByteArray(19, 'x'); }
+
+    QTemporaryDir dir;
+    AuditLogPager pager;
+};
+
+TEST_F(AuditLogPagerTest, FileShorterThanABlockIsOnePageWithBothMarkers)
+{
+    const QString log = write_log("first entry\nsecond entry\n");
+
+    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+
+    EXPECT_EQ(pager.block_count(), 1);
+    EXPECT_FALSE(pager.up_enabled());
+    EXPECT_FALSE(pager.down_enabled());
+    EXPECT_EQ(pager.text_to_show(),
+              beginning + QStringLiteral("\nfirst entry\nsecond entry\n\n") + ending + QStringLiteral("\n"));
+}
+
+TEST_F(AuditLogPagerTest, FileOfExactlyOneBlockLengthCountsTwoBlocks)
+{
+    const QString log = write_log(QByteArray(AuditLogPager::block_size - 1, 'a') + '\n');
+
+    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+
+    EXPECT_EQ(pager.block_count(), 2);
+    EXPECT_EQ(pager.current_block(), 2);
+    EXPECT_TRUE(pager.up_enabled());
+    EXPECT_FALSE(pager.down_enabled());
+    EXPECT_EQ(pager.text_to_show(), ending + QStringLiteral("\n"));
+}
+
+TEST_F(AuditLogPagerTest, MissingFileIsCreatedEmptyAndShownAsOneEmptyPage)
+{
+    const QString log = dir.filePath(QStringLiteral("new.log"));
+
+    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+
+    EXPECT_TRUE(QFileInfo::exists(log));
+    EXPECT_EQ(QFileInfo(log).size(), 0);
+    EXPECT_EQ(pager.block_count(), 1);
+    EXPECT_FALSE(pager.up_enabled());
+    EXPECT_FALSE(pager.down_enabled());
+    EXPECT_TRUE(pager.text_to_show().contains(beginning));
+    EXPECT_TRUE(pager.text_to_show().contains(ending));
+}
+
+TEST_F(AuditLogPagerTest, LogThatCannotBeOpenedIsReportedAndLeavesTheViewerEmpty)
+{
+    write_log("blocks the folder\n");
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Could not open Audit Log File, error:76 - Path not found"), engine::answer::Ok, 16);
+
+    EXPECT_EQ(pager.activate(dir.filePath(QStringLiteral("quillary.log/inner.log"))),
+              AuditLogPager::Activation::OpenFailed);
+
+    EXPECT_TRUE(pager.text_to_show().isEmpty());
+    EXPECT_FALSE(pager.up_enabled());
+    EXPECT_FALSE(pager.down_enabled());
+}
+
+// ---- paging through several blocks -------------------------------------------
+
+class AuditLogPagingTest : public AuditLogPagerTest {
+protected:
+    // 200 lines of 30 bytes: line 139 runs from byte 4170 to 4199, so the
+    // first block boundary (4192) cuts it.
+    static constexpr int cut_line = 139;
+
+    void SetUp() override
+    {
+        AuditLogPagerTest::SetUp();
+        ASSERT_EQ(pager.activate(write_log(numbered_lines(200))), AuditLogPager::Activation::Shown);
+    }
+
+    static QString whole(int i) { return QString::fromLatin1(line(i)) + QLatin1Char('\n'); }
+};
+
+TEST_F(AuditLogPagingTest, OpensAtTheLastBlockWithOnlyUpEnabled)
+{
+    EXPECT_EQ(pager.block_count(), 2);
+    EXPECT_EQ(pager.current_block(), 2);
+    EXPECT_TRUE(pager.up_enabled());
+    EXPECT_FALSE(pager.down_enabled());
+    EXPECT_TRUE(pager.text_to_show().endsWith(whole(199) + QStringLiteral("\n") + ending + QStringLiteral("\n")));
+    EXPECT_FALSE(pager.text_to_show().contains(beginning));
+}
+
+TEST_F(AuditLogPagingTest, LineCutByTheBoundaryStandsWholeAtTheBottomAfterUp)
+{
+    ASSERT_TRUE(pager.page_up());
+
+    EXPECT_EQ(pager.current_block(), 1);
+    EXPECT_FALSE(pager.up_enabled());
+    EXPECT_TRUE(pager.down_enabled());
+    EXPECT_TRUE(pager.text_to_show().startsWith(beginning + QStringLiteral("\n") + whole(0)));
+    EXPECT_TRUE(pager.text_to_show().endsWith(whole(cut_line - 1) + whole(cut_line)));
+}
+
+TEST_F(AuditLogPagingTest, LineCutByTheBoundaryStandsWholeAtTheTopAfterDown)
+{
+    ASSERT_TRUE(pager.page_up());
+    ASSERT_TRUE(pager.page_down());
+
+    EXPECT_EQ(pager.current_block(), 2);
+    EXPECT_TRUE(pager.text_to_show().startsWith(whole(cut_line) + whole(cut_line + 1)));
+    EXPECT_FALSE(pager.down_enabled());
+}
+
+TEST_F(AuditLogPagingTest, PreviousNeverGoesBelowTheFirstBlock)
+{
+    ASSERT_TRUE(pager.Get_Page(AuditLogPager::First));
+    ASSERT_TRUE(pager.Get_Page(AuditLogPager::Previous));
+
+    EXPECT_EQ(pager.current_block(), 1);
+    EXPECT_TRUE(pager.block_text().startsWith(QStringLiteral("\n") + beginning + QStringLiteral("\n")));
+}
+
+TEST_F(AuditLogPagingTest, SplitKeepsWholeLinesAndCutsThePartialOnes)
+{
+    ASSERT_TRUE(pager.Get_Page(AuditLogPager::Last));
+    QString start_fragment, end_fragment;
+
+    pager.Split_Page(start_fragment, end_fragment);
+
+    // Block 2 starts in the middle of the cut line.
+    EXPECT_EQ(start_fragment, whole(cut_line).mid(4192 - 4170));
+    EXPECT_TRUE(end_fragment.isEmpty());
+    EXPECT_TRUE(pager.block_text().startsWith(whole(cut_line + 1)));
+}
+
+TEST_F(AuditLogPagerTest, SplitOfTextWithoutLineEndMovesItAllToTheStartFragment)
+{
+    // One block of a single line longer than the block: its middle block has no line end.
+    const QString log = write_log(QByteArray(3 * AuditLogPager::block_size, 'z'));
+    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+    ASSERT_TRUE(pager.Get_Page(AuditLogPager::Previous));
+    QString start_fragment, end_fragment;
+
+    pager.Split_Page(start_fragment, end_fragment);
+
+    EXPECT_EQ(start_fragment, QString(AuditLogPager::block_size, QLatin1Char('z')));
+    EXPECT_TRUE(end_fragment.isEmpty());
+    EXPECT_TRUE(pager.block_text().isEmpty());
+}
+
+TEST_F(AuditLogPagerTest, CharacterCutByTheBoundaryIsReadWhole)
+{
+    // "é" is two bytes in UTF-8; put its first byte on the last place of block 1.
+    QByteArray content(AuditLogPager::block_size - 6, 'a');
+    content += "\nDupr\xc3\xa9-family\n";
+    ASSERT_EQ(content.indexOf("\xc3"), AuditLogPager::block_size - 1);
+    const QString log = write_log(content);
+    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+
+    ASSERT_TRUE(pager.page_up());
+    ASSERT_TRUE(pager.page_down());
+
+    EXPECT_TRUE(pager.text_to_show().startsWith(QStringLiteral("Dupr\u00e9-family\n"))) << pager.text_to_show().toStdString();
+}
+
+}  // namespace
