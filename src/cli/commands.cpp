@@ -1,0 +1,90 @@
+#include "cli/commands.h"
+
+#include "cli/cli_boxes.h"
+#include "database/db_handling.h"
+#include "engine/workspace.h"
+#include "shell/app_globals.h"
+#include "shell/locale_formats.h"
+#include "shell/settings.h"
+
+#include <QTextStream>
+#include <cstdio>
+#include <functional>
+#include <map>
+
+namespace cli {
+
+namespace {
+
+QTextStream& out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+QTextStream& err()
+{
+    static QTextStream stream(stderr);
+    return stream;
+}
+
+int usage()
+{
+    err() << "usage: quillary-cli --version\n"
+             "       quillary-cli check DB\n";
+    err().flush();
+    return 2;
+}
+
+// The settings as the program would have them, without the first-run
+// question: stored values where there are any, defaults for the rest.
+void load_settings()
+{
+    Default_Settings(Settings());
+    Read_Settings();
+    Abort_Flag() = false;
+    Current_Log_File() = Settings().log_file;
+    Setup_Formats();
+}
+
+int check(const QStringList& args)
+{
+    if (args.size() != 1)
+        return usage();
+    install_box_answers(Answer::No);
+    load_settings();
+    const bool opened = DB_Open(args.first());
+    if (opened) {
+        const SystemRecord& record = Sys_Record();
+        out() << "version: " << record.version << "\n"
+              << "style: " << record.style << "\n"
+              << "report list file: " << record.report_list << "\n"
+              << "term invoicing script: " << record.term_script << "\n"
+              << "activity invoicing script: " << record.activity_script << "\n"
+              << "course costs script: " << record.cost_script << "\n";
+        out().flush();
+    }
+    DB_Close_All();
+    Program_Workspace().Close();
+    return opened ? 0 : 1;
+}
+
+}  // namespace
+
+int run(const QStringList& args)
+{
+    if (args.isEmpty())
+        return usage();
+    const QString command = args.first();
+    const QStringList rest = args.mid(1);
+    if (command == QLatin1String("--version")) {
+        out() << "quillary-cli " << QUILLARY_VERSION << "\n";
+        out().flush();
+        return 0;
+    }
+    if (command == QLatin1String("check"))
+        return check(rest);
+    return usage();
+}
+
+}  // namespace cli
