@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/cli_boxes.h"
+#include "cli/cli_support.h"
 #include "database/db_handling.h"
 #include "engine/workspace.h"
 #include "shell/app_globals.h"
@@ -16,18 +17,6 @@ namespace cli {
 
 namespace {
 
-QTextStream& out()
-{
-    static QTextStream stream(stdout);
-    return stream;
-}
-
-QTextStream& err()
-{
-    static QTextStream stream(stderr);
-    return stream;
-}
-
 int usage()
 {
     err() << "usage: quillary-cli --version\n"
@@ -36,24 +25,13 @@ int usage()
     return 2;
 }
 
-// The settings as the program would have them, without the first-run
-// question: stored values where there are any, defaults for the rest.
-void load_settings()
-{
-    Default_Settings(Settings());
-    Read_Settings();
-    Abort_Flag() = false;
-    Current_Log_File() = Settings().log_file;
-    Setup_Formats();
-}
-
 int check(const QStringList& args)
 {
     if (args.size() != 1)
         return usage();
     install_box_answers(Answer::No);
     load_settings();
-    const bool opened = DB_Open(args.first());
+    const bool opened = open_database(args.first());
     if (opened) {
         const SystemRecord& record = Sys_Record();
         out() << "version: " << record.version << "\n"
@@ -64,8 +42,7 @@ int check(const QStringList& args)
               << "course costs script: " << record.cost_script << "\n";
         out().flush();
     }
-    DB_Close_All();
-    Program_Workspace().Close();
+    close_all();
     return opened ? 0 : 1;
 }
 
