@@ -1,6 +1,7 @@
 #include "cli/cli_support.h"
 
 #include "database/db_handling.h"
+#include "engine/settings_store.h"
 #include "engine/workspace.h"
 #include "shell/app_globals.h"
 #include "shell/locale_formats.h"
@@ -23,7 +24,10 @@ QTextStream& err()
 void load_settings()
 {
     Default_Settings(Settings());
-    Read_Settings();
+    // The tool never asks the first-run question: without stored settings it
+    // runs on the defaults and writes nothing.
+    if (!engine::settings_store().section_is_empty(QLatin1String(settings_key::Section)))
+        Read_Settings();
     Abort_Flag() = false;
     Current_Log_File() = Settings().log_file;
     Setup_Formats();
