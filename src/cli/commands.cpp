@@ -2,6 +2,7 @@
 
 #include "cli/cli_boxes.h"
 #include "cli/cli_support.h"
+#include "cli/database_commands.h"
 #include "database/db_handling.h"
 #include "engine/workspace.h"
 #include "shell/app_globals.h"
@@ -20,7 +21,11 @@ namespace {
 int usage()
 {
     err() << "usage: quillary-cli --version\n"
-             "       quillary-cli check DB\n";
+             "       quillary-cli check DB\n"
+             "       quillary-cli create DB [--no-blank-row]\n"
+             "       quillary-cli refresh-queries DB\n"
+             "       quillary-cli query DB NAME [PARAM=VALUE ...]\n"
+             "       quillary-cli sql DB \"STATEMENT\"\n";
     err().flush();
     return 2;
 }
@@ -61,6 +66,8 @@ int run(const QStringList& args)
     }
     if (command == QLatin1String("check"))
         return check(rest);
+    if (const int status = run_database_command(command, rest); status >= 0)
+        return status == 2 ? usage() : status;
     return usage();
 }
 

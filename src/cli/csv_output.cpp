@@ -1,0 +1,58 @@
+#include "cli/csv_output.h"
+
+#include "engine/currency.h"
+#include "engine/recordset.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+namespace cli {
+
+namespace {
+
+QString csv_field(const QString& text)
+{
+    if (!text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"')) && !text.contains(QLatin1Char('\n')))
+        return text;
+    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+}  // namespace
+
+QString printable(const QVariant& value)
+{
+    if (!value.isValid() || value.isNull())
+        return QString();
+    if (value.userType() == qMetaTypeId<engine::Currency>())
+        return value.value<engine::Currency>().to_string();
+    switch (value.typeId()) {
+    case QMetaType::QDateTime: {
+        const QDateTime dt = value.toDateTime();
+        return dt.time() == QTime(0, 0) ? dt.toString(QStringLiteral("yyyy-MM-dd"))
+                                         : dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    }
+    case QMetaType::Bool: return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case QMetaType::Double: return QString::number(value.toDouble(), 'g', 15);
+    default: return value.toString();
+    }
+}
+
+void print_csv(engine::Recordset& rows, QTextStream& stream)
+{
+    QStringList header;
+    for (const QString& name : rows.field_names())
+        header << csv_field(name);
+    stream << header.join(QLatin1Char(',')) << '\n';
+    if (rows.RecordCount() == 0)
+        return;
+    rows.MoveFirst();
+    while (!rows.at_eof()) {
+        QStringList line;
+        for (const QString& name : rows.field_names())
+            line << csv_field(printable(rows.Fields(name)));
+        stream << line.join(QLatin1Char(',')) << '\n';
+        rows.MoveNext();
+    }
+}
+
+}  // namespace cli
