@@ -126,6 +126,13 @@ void fn_cdate(sqlite3_context* context, int, sqlite3_value** argv)
 
 void fn_cdbl(sqlite3_context* context, int, sqlite3_value** argv)
 {
+    // A date is its serial number, as the platform's CDbl of a date gives.
+    if (sqlite3_value_type(argv[0]) == SQLITE_TEXT) {
+        if (auto date = storage_to_date(arg_value(argv[0]).toString())) {
+            sqlite3_result_double(context, date_to_serial(*date));
+            return;
+        }
+    }
     double d = 0;
     if (!vb::CDbl(arg_value(argv[0]), d)) {
         result_error(context, 13, QStringLiteral("Type mismatch"));

@@ -194,6 +194,9 @@ TEST_F(EngineTest, JetFunctionsAreThereForQueries)
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT format(#01/05/2026#, 'dd mmm yyyy')")).toString(), QStringLiteral("05 Jan 2026"));
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT isnumeric('12.5') + isnumeric('abc')")).toInt(), 1);
     EXPECT_DOUBLE_EQ(t.scalar(QStringLiteral("SELECT CDbl('12.5') * 2")).toDouble(), 25.0);
+    // A time is a fraction of a day: five minutes past midnight, and a day and a half.
+    EXPECT_NEAR(t.scalar(QStringLiteral("SELECT CDbl(CDate(#12:05:00 AM#))")).toDouble(), 5.0 / 1440.0, 1e-9);
+    EXPECT_DOUBLE_EQ(t.scalar(QStringLiteral("SELECT CDbl(CDate('1899-12-31 12:00:00'))")).toDouble(), 1.5);
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT CDate('2026-01-05')")).toDateTime(), engine::make_datetime(QDate(2026, 1, 5)));
 }
 
