@@ -1,0 +1,114 @@
+#include "database/code_values.h"
+#include "engine/err.h"
+#include "engine/jet_date.h"
+#include "school_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing_support::NewCourse;
+using testing_support::Rows;
+using testing_support::SchoolFixture;
+using namespace code::weekday;
+
+// The Smiths' Anna does Ballet and Jazz, Ben does Tap; the Joneses' Cara does
+// Ballet. The office invoices the autumn term for Ballet and Tap.
+class TermInvoicing : public ::testing::Test {
+protected:
+    TermInvoicing()
+    {
+        school.set_lessons(autumn, Monday, 12);
+        school.set_lessons(autumn, Tuesday, 10);
+        school.put_on_course(anna, ballet);
+        school.put_on_course(anna, jazz);
+        school.put_on_course(ben, tap);
+        school.put_on_course(cara, ballet);
+        school.pick_term(autumn);
+        school.pick_course(ballet);
+        school.pick_course(tap);
+        EXPECT_TRUE(school.run("Qry_Setup_Course_Costs"));
+    }
+
+    Rows invoices() { return school.rows("SELECT * FROM Invoices ORDER BY Invoice_id"); }
+    Rows lines() { return school.rows("SELECT * FROM Invoice_Lines ORDER BY Description"); }
+
+    SchoolFixture school;
+    int smiths = school.add_family("Smith");
+    int joneses = school.add_family("Jones");
+    int anna = school.add_pupil(smiths, "Anna");
+    int ben = school.add_pupil(smiths, "Ben", code::gender::Male);
+    int cara = school.add_pupil(joneses, "Cara");
+    int autumn = school.add_term("Autumn 2026", QDate(2026, 9, 7), QDate(2026, 12, 18));
+    int ballet = school.add_course(NewCourse("Ballet").on(Monday).priced(10));
+    int tap = school.add_course(NewCourse("Tap").on(Tuesday).priced(8));
+    int jazz = school.add_course(NewCourse("Jazz").on(Monday).priced(5));
+};
+
+TEST_F(TermInvoicing, EachPickedFamilyGetsOneFinalInvoiceForTheTerm)
+{
+    school.pick_pupil(anna);
+    school.pick_pupil(ben);
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Terms"));
+    const Rows made = invoices();
+    ASSERT_EQ(made.size(), 1u);
+    EXPECT_EQ(made[0]["Invoice_Family_Id"].toInt(), smiths);
+    EXPECT_EQ(made[0]["Invoice_Term_Id"].toInt(), autumn);
+    EXPECT_EQ(made[0]["Invoice_Reason"].toString(), "Invoice for Autumn 2026");
+    EXPECT_EQ(made[0]["Invoice_Generated"].toInt(), code::invoice_generated::Automatic);
+    EXPECT_TRUE(made[0]["Invoice_Activity_Date"].isNull());
+    EXPECT_EQ(made[0]["Invoice_Date"].toDateTime().date(), engine::now().date());
+}
+
+TEST_F(TermInvoicing, EachPupilOnAPickedCourseGetsALineAtTheTermsCost)
+{
+    school.pick_pupil(anna);
+    school.pick_pupil(ben);
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Terms"));
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Courses"));
+    const int invoice = invoices()[0]["Invoice_id"].toInt();
+    const Rows made = lines();
+    ASSERT_EQ(made.size(), 2u);
+    EXPECT_EQ(made[0]["Description"].toString(), "Anna's Ballet");
+    EXPECT_EQ(testing_support::money(made[0]["Amount"]), 120);
+    EXPECT_EQ(made[0]["Inv_Line_Pupil_id"].toInt(), anna);
+    EXPECT_EQ(made[0]["Inv_Line_Course_id"].toInt(), ballet);
+    EXPECT_EQ(made[1]["Description"].toString(), "Ben's Tap");
+    EXPECT_EQ(testing_support::money(made[1]["Amount"]), 80);
+    for (const auto& line : made) {
+        EXPECT_EQ(line["Inv_Line_Inv_id"].toInt(), invoice);
+        EXPECT_EQ(line["Inv_Line_Type"].toInt(), code::inv_line_type::Course);
+    }
+    const Rows total = school.rows("Qry_Select_Invoice_Amount", {{"par_Invoice_id", invoice}});
+    EXPECT_EQ(testing_support::money(total[0]["total"]), 200);
+}
+
+TEST_F(TermInvoicing, PickingOnePupilInvoicesTheFamilysOtherPupilsToo)
+{
+    school.pick_pupil(anna);
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Terms"));
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Courses"));
+    const Rows made = lines();
+    ASSERT_EQ(made.size(), 2u);
+    EXPECT_EQ(made[1]["Description"].toString(), "Ben's Tap");
+}
+
+TEST_F(TermInvoicing, ProvisionalInvoicesAreMadeFinalLater)
+{
+    school.pick_pupil(cara);
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Terms_Temp"));
+    EXPECT_EQ(invoices()[0]["Invoice_Generated"].toInt(), code::invoice_generated::Provisional);
+    ASSERT_TRUE(school.run("Qry_Update_Generation_to_Auto"));
+    EXPECT_EQ(invoices()[0]["Invoice_Generated"].toInt(), code::invoice_generated::Automatic);
+}
+
+TEST_F(TermInvoicing, ARepeatedRunIsRefusedAsADuplicate)
+{
+    school.pick_pupil(cara);
+    ASSERT_TRUE(school.run("Qry_Setup_Invoice_Terms"));
+    EXPECT_FALSE(school.run("Qry_Setup_Invoice_Terms"));
+    EXPECT_EQ(engine::Err().Number, engine::jet::DuplicateKey);
+    EXPECT_EQ(invoices().size(), 1u);
+}
+
+}  // namespace
