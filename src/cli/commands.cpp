@@ -2,7 +2,9 @@
 
 #include "cli/cli_boxes.h"
 #include "cli/cli_support.h"
+#include "cli/admin_commands.h"
 #include "cli/database_commands.h"
+#include "cli/invoicing_commands.h"
 #include "database/db_handling.h"
 #include "engine/workspace.h"
 #include "shell/app_globals.h"
@@ -22,10 +24,7 @@ int usage()
 {
     err() << "usage: quillary-cli --version\n"
              "       quillary-cli check DB\n"
-             "       quillary-cli create DB [--no-blank-row]\n"
-             "       quillary-cli refresh-queries DB\n"
-             "       quillary-cli query DB NAME [PARAM=VALUE ...]\n"
-             "       quillary-cli sql DB \"STATEMENT\"\n";
+          << database_usage() << admin_usage() << invoicing_usage();
     err().flush();
     return 2;
 }
@@ -66,8 +65,10 @@ int run(const QStringList& args)
     }
     if (command == QLatin1String("check"))
         return check(rest);
-    if (const int status = run_database_command(command, rest); status >= 0)
-        return status == 2 ? usage() : status;
+    for (const auto& runner : {run_database_command, run_admin_command, run_invoicing_command}) {
+        if (const int status = runner(command, rest); status >= 0)
+            return status == 2 ? usage() : status;
+    }
     return usage();
 }
 

@@ -150,6 +150,14 @@ int sql(const QStringList& args)
 
 }  // namespace
 
+QString database_usage()
+{
+    return QStringLiteral("       quillary-cli create DB [--no-blank-row]\n"
+                          "       quillary-cli refresh-queries DB\n"
+                          "       quillary-cli query DB NAME [PARAM=VALUE ...]\n"
+                          "       quillary-cli sql DB \"STATEMENT\"\n");
+}
+
 int run_database_command(const QString& command, QStringList args)
 {
     if (command == QLatin1String("create"))

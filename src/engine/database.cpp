@@ -15,13 +15,6 @@ namespace {
 
 QString key_of(const QString& name) { return name.trimmed().toLower(); }
 
-struct RawQuery {
-    QString name;
-    QString sql;
-    QVector<QueryParameter> own_parameters;
-    QString body;  // parameters marked
-};
-
 // Builds the runnable text of one query: the queries it names, and those
 // they name, become common table expressions ahead of its own text.
 class QueryExpander {
@@ -140,7 +133,7 @@ bool with_named_queries(DatabaseCore& core, const QString& sql, QString& runnabl
     QStringList ctes;
     QSet<QString> seen;
     for (const QString& name : query_text::identifiers(sql)) {
-        const StoredQuery* q = core.find_query(name);
+        const std::optional<StoredQuery> q = core.find_query(name);
         if (!q || seen.contains(key_of(name)))
             continue;
         seen.insert(key_of(name));
@@ -160,12 +153,25 @@ bool with_named_queries(DatabaseCore& core, const QString& sql, QString& runnabl
 
 }  // namespace
 
+// Reads a stored query's text into its parts; false for a PARAMETERS clause
+// that can't be read, which then fails when the query is used.
+static bool parse_raw_query(const QString& name, const QString& sql, RawQuery& query)
+{
+    query.name = name;
+    query.sql = sql;
+    QString body;
+    if (!query_text::split_parameters(sql, query.own_parameters, body))
+        return false;
+    query.body = query_text::mark_parameters(body, query.own_parameters);
+    return true;
+}
+
 bool DatabaseCore::load_queries()
 {
     if (queries_loaded)
         return true;
+    raw_queries.clear();
     queries.clear();
-    QHash<QString, RawQuery> raw;
     Statement stmt;
     if (connection.prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND name = '%1'")
                                .arg(QLatin1String(query_text::store_table)),
@@ -176,28 +182,43 @@ bool DatabaseCore::load_queries()
             return false;
         while (sqlite3_step(rows.get()) == SQLITE_ROW) {
             RawQuery q;
-            q.name = column_value(rows.get(), 0).toString();
-            q.sql = column_value(rows.get(), 1).toString();
-            QString body;
-            if (!query_text::split_parameters(q.sql, q.own_parameters, body))
-                continue;  // stored by an older program with a clause we can't read: fails when run
-            q.body = query_text::mark_parameters(body, q.own_parameters);
-            raw.insert(key_of(q.name), q);
+            if (parse_raw_query(column_value(rows.get(), 0).toString(), column_value(rows.get(), 1).toString(), q))
+                raw_queries.insert(key_of(q.name), q);
         }
     }
-    QueryExpander expander(raw);
-    for (const RawQuery& q : raw)
-        queries.insert(key_of(q.name), expander.expand(q));
     queries_loaded = true;
     return true;
 }
 
-const StoredQuery* DatabaseCore::find_query(const QString& name)
+void DatabaseCore::remember_query(const RawQuery& query)
+{
+    if (!queries_loaded)
+        return;  // read with the rest when first needed
+    raw_queries.insert(key_of(query.name), query);
+    queries.clear();
+}
+
+void DatabaseCore::forget_query(const QString& name)
+{
+    raw_queries.remove(key_of(name));
+    queries.clear();
+}
+
+std::optional<StoredQuery> DatabaseCore::find_query(const QString& name)
 {
     if (!load_queries())
-        return nullptr;
-    auto it = queries.constFind(key_of(name));
-    return it == queries.constEnd() ? nullptr : &it.value();
+        return std::nullopt;
+    const QString key = key_of(name);
+    auto expanded = queries.constFind(key);
+    if (expanded != queries.constEnd())
+        return expanded.value();
+    auto raw = raw_queries.constFind(key);
+    if (raw == raw_queries.constEnd())
+        return std::nullopt;
+    QueryExpander expander(raw_queries);
+    const StoredQuery query = expander.expand(raw.value());
+    queries.insert(key, query);
+    return query;
 }
 
 // ---- QueryDef ----
@@ -384,14 +405,16 @@ bool Database::CreateQueryDef(const QString& name, const QString& sql)
             raise_engine_error(jet::ObjectExists, QStringLiteral("Object '%1' already exists.").arg(name));
         return false;
     }
-    core_->forget_queries();
+    RawQuery query;
+    if (parse_raw_query(name, sql, query))
+        core_->remember_query(query);
     return true;
 }
 
 std::unique_ptr<QueryDef> Database::QueryDefs(const QString& name)
 {
     Err().Clear();
-    const StoredQuery* q = core_->find_query(name);
+    const std::optional<StoredQuery> q = core_->find_query(name);
     if (!q) {
         if (Err().Number == 0)
             raise_engine_error(jet::ItemNotFound, QStringLiteral("Item not found in this collection."));
@@ -403,7 +426,7 @@ std::unique_ptr<QueryDef> Database::QueryDefs(const QString& name)
 bool Database::DeleteQueryDef(const QString& name)
 {
     Err().Clear();
-    if (!core_->find_query(name)) {
+    if (!core_->load_queries() || !core_->raw_queries.contains(key_of(name))) {
         raise_engine_error(jet::ItemNotFound, QStringLiteral("Item not found in this collection."));
         return false;
     }
@@ -411,7 +434,7 @@ bool Database::DeleteQueryDef(const QString& name)
     if (!core_->connection.prepare(QStringLiteral("DELETE FROM %1 WHERE Query_Name = ?").arg(QLatin1String(query_text::store_table)), stmt)
         || !core_->connection.bind_all(stmt, {name}) || !core_->connection.run(stmt))
         return false;
-    core_->forget_queries();
+    core_->forget_query(name);
     return true;
 }
 
@@ -420,7 +443,7 @@ QStringList Database::QueryDef_names() const
     QStringList names;
     if (!core_->load_queries())
         return names;
-    for (const StoredQuery& q : core_->queries)
+    for (const RawQuery& q : core_->raw_queries)
         names << q.name;
     names.sort(Qt::CaseInsensitive);
     return names;

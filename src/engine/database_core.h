@@ -6,6 +6,7 @@
 #include "engine/sqlite_connection.h"
 
 #include <QHash>
+#include <optional>
 #include <vector>
 
 namespace engine {
@@ -17,18 +18,32 @@ struct StoredQuery {
     QString runnable;                   // SQLite text: :parameters, named queries as CTEs
 };
 
+// A stored query as read from the file, its parameters split off and marked.
+struct RawQuery {
+    QString name;
+    QString sql;
+    QVector<QueryParameter> own_parameters;
+    QString body;
+};
+
 struct DatabaseCore {
     Connection connection;
     QString name;
     long long records_affected = 0;
     bool open = false;
 
+    // The stored queries, read from the file once; their runnable forms are
+    // worked out when first used and forgotten whenever a query is added or
+    // removed, since a query's form depends on the queries it names.
     bool queries_loaded = false;
-    QHash<QString, StoredQuery> queries;  // by lower-case name
+    QHash<QString, RawQuery> raw_queries;      // by lower-case name
+    QHash<QString, StoredQuery> queries;       // expanded, by lower-case name
 
     bool load_queries();
-    void forget_queries() { queries_loaded = false; queries.clear(); }
-    const StoredQuery* find_query(const QString& name);
+    void forget_queries() { queries_loaded = false; raw_queries.clear(); queries.clear(); }
+    void remember_query(const RawQuery& query);
+    void forget_query(const QString& name);
+    std::optional<StoredQuery> find_query(const QString& name);
 };
 
 struct Row {

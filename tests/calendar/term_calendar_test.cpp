@@ -1,0 +1,254 @@
+#include "calendar/calendar_db.h"
+#include "calendar/term_calendar.h"
+#include "database/db_handling.h"
+#include "engine/jet_date.h"
+#include "engine/msg_box.h"
+#include "engine/workspace.h"
+#include "support/school_for_runs.h"
+#include "support/scripted_boxes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using engine::answer::Ok;
+using testing_support::ScriptedBoxes;
+
+// Spring term 2026: Thursday 1 January to Tuesday 31 March.
+const QDate spring_start(2026, 1, 1);
+const QDate spring_end(2026, 3, 31);
+
+class TermCalendarTest : public ::testing::Test {
+protected:
+    // Types a new term into the boxes and fills the grid, as the screen does.
+    void type_term(const QString& name, QDate start, QDate end)
+    {
+        calendar.Clear_Screen();
+        calendar.boxes.name = name;
+        calendar.boxes.start = start.toString(QStringLiteral("dd MMM yyyy"));
+        calendar.boxes.end = end.toString(QStringLiteral("dd MMM yyyy"));
+        ASSERT_TRUE(calendar.Fill_Grid(start, end));
+    }
+    bool save()
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Saved successfully"), Ok);
+        return calendar.Save_Term();
+    }
+    int cell_of(QDate day) const
+    {
+        for (int n = 0; n < term_grid::Cells; ++n)
+            if (calendar.cell(n).date == day)
+                return n;
+        return -1;
+    }
+    std::vector<QVariantMap> lessons(int term)
+    {
+        return school.rows(QStringLiteral("SELECT * FROM Number_Lessons WHERE Term_Id = %1 ORDER BY Day_Number").arg(term));
+    }
+
+    testing_support::SchoolForRuns school;
+    TermCalendar calendar;
+};
+
+TEST_F(TermCalendarTest, ARefusedSpanLeavesTheGridEmptyAndTheDatesAsTheyWere)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_start.addDays(2));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("end date is before start date"), Ok, 0);
+    boxes.expect(QStringLiteral("Sorry, I cannot handle this number of weeks per term!"), Ok, 0);
+    EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(-1)));
+    EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(113)));
+    EXPECT_EQ(calendar.cell_text(4), QString());
+    EXPECT_EQ(calendar.total(4), 0);
+    EXPECT_EQ(calendar.first_date(4), spring_start);
+    EXPECT_EQ(calendar.last_date(4), spring_start);
+}
+
+TEST_F(TermCalendarTest, TheGridShowsStoredHolidaysInTheirColour)
+{
+    school.add_holiday(QDate(2026, 1, 5));
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    const int monday = cell_of(QDate(2026, 1, 5));
+    EXPECT_EQ(calendar.cell_text(monday), QStringLiteral("05 Jan 2026"));
+    EXPECT_EQ(calendar.cell_colour(monday), calendar_colour::Holiday);
+    EXPECT_EQ(calendar.cell_colour(monday + 7), calendar_colour::School_Day);
+    EXPECT_EQ(calendar.cell_colour(0), calendar_colour::School_Day);  // blank, before the start
+    EXPECT_EQ(calendar.total(1), 12);  // 13 Mondays, one a holiday
+}
+
+TEST_F(TermCalendarTest, ClickingADateTwiceLeavesHolidaysAndTotalAsTheyWere)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    const QString before = school.dump();
+    const int friday = cell_of(QDate(2026, 2, 13));
+    const int fridays = calendar.total(5);
+
+    calendar.click_cell(friday);
+    EXPECT_EQ(calendar.total(5), fridays - 1);
+    EXPECT_EQ(calendar.cell_colour(friday), calendar_colour::Holiday);
+    EXPECT_EQ(school.count(QStringLiteral("Holidays")), 1);
+
+    calendar.click_cell(friday);
+    EXPECT_EQ(calendar.total(5), fridays);
+    EXPECT_EQ(calendar.cell_colour(friday), calendar_colour::School_Day);
+    EXPECT_EQ(school.dump(), before);
+
+    calendar.click_cell(0);  // blank
+    EXPECT_EQ(school.dump(), before);
+}
+
+TEST_F(TermCalendarTest, SavingANewTermStoresSevenLessonCountsWithDatesAndHolidayLists)
+{
+    for (QDate day : {QDate(2026, 1, 3), QDate(2026, 1, 10), QDate(2026, 2, 16), QDate(2026, 4, 4)})
+        school.add_holiday(day);
+    type_term(QStringLiteral("Spring 2026"), spring_start, spring_end);
+    ASSERT_TRUE(save());
+
+    const int term = calendar.boxes.term_id.toInt();
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates WHERE Term_id = %1").arg(term)).toString(),
+              QStringLiteral("Spring 2026"));
+    const auto rows = lessons(term);
+    ASSERT_EQ(rows.size(), 7u);
+    const int expected[7] = {13, 12, 13, 12, 13, 13, 11};  // Sunday first
+    for (int day = 0; day < 7; ++day)
+        EXPECT_EQ(rows[day].value("Num_Lessons").toInt(), expected[day]) << day;
+    EXPECT_EQ(rows[6].value("Hols_Str").toString(), QStringLiteral("03-Jan, 10-Jan"));
+    EXPECT_EQ(rows[1].value("Hols_Str").toString(), QStringLiteral("16-Feb"));
+    EXPECT_EQ(rows[0].value("Hols_Str").toString(), QString());
+    EXPECT_EQ(rows[4].value("First_Date").toDateTime().date(), spring_start);
+    EXPECT_EQ(rows[2].value("Last_Date").toDateTime().date(), spring_end);
+    EXPECT_EQ(rows[6].value("First_Date").toDateTime().date(), QDate(2026, 1, 3));  // a holiday, still the first
+    EXPECT_TRUE(calendar.Check_Totals(term));
+}
+
+TEST_F(TermCalendarTest, WhatIsShownIsWhatIsStoredAndAShortTermKeepsTheZeroDate)
+{
+    type_term(QStringLiteral("Three days"), QDate(2026, 1, 7), QDate(2026, 1, 9));
+    ASSERT_TRUE(save());
+    const auto rows = lessons(calendar.boxes.term_id.toInt());
+    ASSERT_EQ(rows.size(), 7u);
+    EXPECT_EQ(rows[0].value("Num_Lessons").toInt(), 0);
+    EXPECT_EQ(rows[0].value("Last_Date").toDateTime().date(), engine::zero_date());
+    EXPECT_EQ(rows[0].value("First_Date").toDateTime().date(), QDate(2026, 1, 11));
+    EXPECT_EQ(rows[3].value("Num_Lessons").toInt(), 1);
+}
+
+TEST_F(TermCalendarTest, UpdatingAStoredTermReplacesItsLessonCounts)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    ASSERT_TRUE(save());
+    const QString id = calendar.boxes.term_id;
+
+    calendar.boxes.name = QStringLiteral("Spring (short)");
+    calendar.boxes.end = QStringLiteral("31 Jan 2026");
+    ASSERT_TRUE(calendar.Fill_Grid(spring_start, QDate(2026, 1, 31)));
+    ASSERT_TRUE(save());
+    EXPECT_EQ(calendar.boxes.term_id, id);
+    EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 1);
+    const auto rows = lessons(id.toInt());
+    ASSERT_EQ(rows.size(), 7u);
+    EXPECT_EQ(rows[6].value("Num_Lessons").toInt(), 5);
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("Spring (short)"));
+}
+
+TEST_F(TermCalendarTest, ADuplicateNameOrStartDateStoresNothing)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    ASSERT_TRUE(save());
+    const QString before = school.dump();
+
+    ScriptedBoxes boxes;
+    const QString refusal = QStringLiteral("There is already a term with this name or start date.\n"
+                                           "Choose a different name and try again");
+    boxes.expect(refusal, Ok, 0);
+    boxes.expect(refusal, Ok, 0);
+    type_term(QStringLiteral("Spring"), QDate(2026, 4, 13), QDate(2026, 7, 17));
+    EXPECT_FALSE(calendar.Save_Term());
+    type_term(QStringLiteral("Summer"), spring_start, QDate(2026, 2, 28));
+    EXPECT_FALSE(calendar.Save_Term());
+    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(calendar.boxes.term_id, QString());
+}
+
+TEST_F(TermCalendarTest, AHolidayClickedAfterSavingShowsAsADifferingTotal)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    ASSERT_TRUE(save());
+    const int term = calendar.boxes.term_id.toInt();
+    calendar.click_cell(cell_of(QDate(2026, 3, 4)));  // a Wednesday
+
+    TermCalendar reopened;
+    bool totals_match = true;
+    ASSERT_TRUE(reopened.load_term(term, totals_match));
+    EXPECT_FALSE(totals_match);
+    EXPECT_EQ(reopened.total_colour(3), calendar_colour::Total_Differs);
+    EXPECT_EQ(reopened.total_colour(2), calendar_colour::Total);
+    EXPECT_EQ(reopened.boxes.name, QStringLiteral("Spring"));
+    EXPECT_EQ(reopened.boxes.start, QStringLiteral("01 Jan 2026"));
+    EXPECT_EQ(reopened.boxes.num_invoices, QStringLiteral("0"));
+
+    // Saving brings the counts back in step.
+    ASSERT_TRUE([&] {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Saved successfully"), Ok);
+        return reopened.Save_Term();
+    }());
+    EXPECT_EQ(reopened.total_colour(3), calendar_colour::Total);
+    EXPECT_TRUE(reopened.Check_Totals(term));
+}
+
+TEST_F(TermCalendarTest, DeletingTheOnlyTermClearsAllHolidays)
+{
+    const int term = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
+    school.set_lessons(term, 2, 12);
+    school.exec(QStringLiteral("INSERT INTO Tmp_CourseCosts (Tmp_Course_id, Tmp_Term_id, Tmp_Cost) VALUES (%1, %2, 10)")
+                    .arg(school.add_course({.title = QStringLiteral("Ballet 1")}))
+                    .arg(term));
+    school.add_holiday(QDate(2025, 12, 25));
+    school.add_holiday(QDate(2026, 2, 16));
+    school.add_holiday(QDate(2026, 8, 31));
+    EXPECT_TRUE(DB_Delete_Term(term));
+    EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Number_Lessons")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Tmp_CourseCosts")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Holidays")), 0);
+}
+
+TEST_F(TermCalendarTest, DeletingTheOldestTermKeepsHolidaysFromTheNewOldestOn)
+{
+    const int autumn = school.add_term(QStringLiteral("Autumn"), QDate(2025, 9, 1), QDate(2025, 12, 19));
+    school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
+    for (QDate day : {QDate(2025, 10, 27), QDate(2026, 1, 1), QDate(2026, 2, 16), QDate(2026, 8, 31)})
+        school.add_holiday(day);
+    EXPECT_TRUE(DB_Delete_Term(autumn));
+    const auto left = school.rows(QStringLiteral("SELECT Day_Off FROM Holidays ORDER BY Day_Off"));
+    ASSERT_EQ(left.size(), 3u);
+    EXPECT_EQ(left[0].value("Day_Off").toDateTime().date(), QDate(2026, 1, 1));
+}
+
+TEST_F(TermCalendarTest, ATermWithInvoicesCannotBeDeleted)
+{
+    const int term = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
+    const int family = school.add_family(QStringLiteral("Ashby"));
+    school.add_invoice(family, QStringLiteral("Invoice for Spring"), term);
+    school.add_invoice(school.add_family(QStringLiteral("Brook")), QStringLiteral("Invoice for Spring"), term);
+    school.add_holiday(QDate(2026, 2, 16));
+    const QString before = school.dump();
+
+    EXPECT_EQ(DB_Term_Invoice_Count(term), 2);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are 2 invoices that reference this term.\nSo the term cannot be deleted."), Ok, 0);
+    EXPECT_FALSE(DB_Delete_Term(term));
+    EXPECT_EQ(school.dump(), before);
+}
+
+TEST_F(TermCalendarTest, ATermThatIsntThereShowsAnEmptyScreen)
+{
+    calendar.boxes.name = QStringLiteral("typed");
+    bool totals_match = false;
+    EXPECT_FALSE(calendar.load_term(99, totals_match));
+    EXPECT_EQ(calendar.boxes.name, QString());
+}
+
+}  // namespace

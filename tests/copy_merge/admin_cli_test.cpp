@@ -1,0 +1,117 @@
+// The administration commands of the command-line tool, run as scripts run
+// them: the real program on real files.
+
+#include "database/db_handling.h"
+#include "support/admin_school.h"
+
+#include <QFile>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+using testing_support::AdminSchool;
+
+namespace {
+
+struct ToolRun {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+class AdminCliTest : public ::testing::Test {
+protected:
+    AdminCliTest()
+    {
+        const int smiths = school.add_family(QStringLiteral("Smith"));
+        const int anna = school.add_pupil(smiths, QStringLiteral("Anna"));
+        const int exam = school.add_activity(QStringLiteral("Grade 1"), 1);
+        const int show = school.add_activity(QStringLiteral("Summer Show"), 2);
+        school.enter(anna, exam, QDate(2026, 3, 14));
+        school.enter(anna, show, QDate(2026, 7, 4));
+        school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 5), QDate(2026, 3, 27));
+        DB_Close_All();
+    }
+
+    ToolRun tool(const QStringList& args)
+    {
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("XDG_CONFIG_HOME"), school.file(QStringLiteral("config")));
+        process.setProcessEnvironment(env);
+        process.start(QStringLiteral(QUILLARY_CLI_PATH), args);
+        EXPECT_TRUE(process.waitForFinished(60000));
+        return ToolRun{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                       QString::fromUtf8(process.readAllStandardError())};
+    }
+
+    static bool knows_admin_commands(const ToolRun& run) { return !(run.status == 2 && run.err.contains("usage:")); }
+
+    QStringList values(const QString& path, const QString& sql) { return AdminSchool::values_in(path, sql); }
+
+    AdminSchool school;
+};
+
+TEST_F(AdminCliTest, CopyMakesTheNewFileWithoutTheBlankRowThenCopiesAsCopySelectionDoes)
+{
+    const QString some = school.file(QStringLiteral("some.qdb"));
+    ToolRun run = tool({QStringLiteral("copy"), school.path(), some});
+    if (!knows_admin_commands(run))
+        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, QStringLiteral("successfully copied\n"));
+    EXPECT_EQ(values(some, "SELECT count(*) FROM Standard_Values"), QStringList{"1"});
+    EXPECT_EQ(values(some, "SELECT Exam_Title FROM Exams"), QStringList{"Grade 1"});
+    EXPECT_EQ(values(some, "SELECT count(*) FROM Term_Dates"), QStringList{"0"});
+
+    const QString all = school.file(QStringLiteral("all.qdb"));
+    run = tool({QStringLiteral("copy"), school.path(), all, QStringLiteral("--all")});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(values(all, "SELECT count(*) FROM Exams"), QStringList{"2"});
+    EXPECT_EQ(values(all, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
+
+    // A file that exists already is never a copy's target.
+    QFile original(all);
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    const QByteArray before = original.readAll();
+    original.close();
+    run = tool({QStringLiteral("copy"), school.path(), all});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("This filename already exists.")));
+    QFile after(all);
+    ASSERT_TRUE(after.open(QIODevice::ReadOnly));
+    EXPECT_EQ(after.readAll(), before);
+}
+
+TEST_F(AdminCliTest, BackupMakesTheCompressedCopyAndRecordsItInTheSource)
+{
+    const QString copy = school.file(QStringLiteral("backup.qdb"));
+    const ToolRun run = tool({QStringLiteral("backup"), school.path(), copy});
+    if (!knows_admin_commands(run))
+        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.startsWith(QStringLiteral("Successfully Copied. Please keep it in a safe place!")));
+    EXPECT_EQ(values(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
+    EXPECT_EQ(values(school.path(), "SELECT s_Backup_filename FROM Sys_tab"), QStringList{copy});
+}
+
+TEST_F(AdminCliTest, MergeAndRepairSayHowTheyWent)
+{
+    const QString target = school.file(QStringLiteral("target.qdb"));
+    ToolRun run = tool({QStringLiteral("copy"), school.path(), target});
+    if (!knows_admin_commands(run))
+        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    run = tool({QStringLiteral("merge"), school.path(), target});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, QStringLiteral("Successfully merged\n"));
+    EXPECT_EQ(values(target, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
+
+    run = tool({QStringLiteral("merge"), school.path(), school.path()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(QFile::exists(school.path()));
+
+    run = tool({QStringLiteral("repair"), target});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, QStringLiteral("Successfully Repaired. \n"));
+}
+
+}  // namespace

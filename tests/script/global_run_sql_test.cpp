@@ -1,0 +1,218 @@
+#include "database/db_handling.h"
+#include "engine/msg_box.h"
+#include "engine/workspace.h"
+#include "script/global_run_sql.h"
+#include "support/school_for_runs.h"
+#include "support/scripted_boxes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using engine::answer::No;
+using engine::answer::Ok;
+using engine::answer::Yes;
+using testing_support::ScriptedBoxes;
+
+const QString holiday_5th = QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/05/2026#);");
+const QString holiday_12th = QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/12/2026#);");
+
+class GlobalRunSqlTest : public ::testing::Test {
+protected:
+    // Runs a script of the given lines; the status starts as "old status".
+    bool run(const QStringList& lines)
+    {
+        const QString path = school.write_file(QStringLiteral("test.sql"), lines.join(QLatin1Char('\n')));
+        status = QStringLiteral("old status");
+        const bool applied = Global_Run_SQL(path, status);
+        EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+        return applied;
+    }
+    int holidays() { return school.count(QStringLiteral("Holidays")); }
+
+    testing_support::SchoolForRuns school;
+    QString status;
+};
+
+TEST_F(GlobalRunSqlTest, AnEmptyFileCommitsAndSaysSo)
+{
+    EXPECT_TRUE(run({}));
+    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
+}
+
+TEST_F(GlobalRunSqlTest, TheLastDisplayLineLeadsTheStatus)
+{
+    EXPECT_TRUE(run({QStringLiteral("display Working out costs"), QStringLiteral("  DISPLAY Costs worked out.  ")}));
+    EXPECT_EQ(status, QStringLiteral("Costs worked out. Script successfully applied"));
+}
+
+TEST_F(GlobalRunSqlTest, StatementsSpreadOverLinesObeyKeywordLinesOnTheWay)
+{
+    ScriptedBoxes boxes;
+    EXPECT_TRUE(run({QStringLiteral("INSERT INTO Holidays (Day_Off)"), QStringLiteral("comment half way"),
+                     QStringLiteral(""), QStringLiteral("display inserting"), QStringLiteral("VALUES (#01/05/2026#);")}));
+    EXPECT_EQ(holidays(), 1);
+    EXPECT_EQ(status, QStringLiteral("inserting Script successfully applied"));
+}
+
+TEST_F(GlobalRunSqlTest, AnUnknownCommandIsSkippedOnYes)
+{
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Unknown Command in file. \nContinue reading the file? \n\nSELECT * FROM Pupils"), Yes, 36);
+    EXPECT_TRUE(run({QStringLiteral("SELECT * FROM Pupils;"), holiday_5th}));
+    EXPECT_EQ(holidays(), 1);
+}
+
+TEST_F(GlobalRunSqlTest, AnUnknownCommandAnsweredNoUndoesTheRun)
+{
+    const QString before = school.dump();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Unknown Command in file."), No);
+    EXPECT_FALSE(run({holiday_5th, QStringLiteral("Select Pupil_id FROM Pupils;"), holiday_12th}));
+    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
+    EXPECT_EQ(school.dump(), before);
+    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Error occurred while executing command ")));
+    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Obey_Command - Select Pupil_id FROM Pupils")));
+}
+
+TEST_F(GlobalRunSqlTest, TwoDirectStatementsOnOneLineTheSecondWaitsForTheNextSemicolon)
+{
+    // The second keeps its ";" and reaches the engine together with the third.
+    EXPECT_TRUE(run({holiday_5th + QStringLiteral(" ") + holiday_12th,
+                     QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/19/2026#);")}));
+    EXPECT_EQ(holidays(), 3);
+}
+
+TEST_F(GlobalRunSqlTest, TwoQueryCallsOnOneLineTheEmbeddedSemicolonIsBlanked)
+{
+    // The second call swallows the next statement as a parameter-less word.
+    EXPECT_TRUE(run({QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\"; Qry_Insert_Holiday p_date \"2026-01-12\";"),
+                     QStringLiteral("DELETE * FROM Holidays;")}));
+    EXPECT_EQ(holidays(), 2);
+}
+
+TEST_F(GlobalRunSqlTest, AStatementLeftWithoutSemicolonAtTheEndIsDropped)
+{
+    EXPECT_TRUE(run({holiday_5th, QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/12/2026#)")}));
+    EXPECT_EQ(holidays(), 1);
+    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
+}
+
+TEST_F(GlobalRunSqlTest, AValueWithASemicolonSplitsTheCallLeavingItsParameterUnset)
+{
+    ScriptedBoxes boxes;
+    // The call runs without par_Name and fails; No goes on with the file.
+    boxes.expect(QStringLiteral("Error occurred while executing script file. "), Ok);
+    boxes.expect(QStringLiteral("Do you wish to cancel the updates and revert to the pre-run database? "), No, 36);
+    boxes.expect(QStringLiteral("\n\nSummer\" par_Start_date \"2026-01-05\" par_End_date \"2026-03-27\";INSERT INTO"), Yes);
+    EXPECT_TRUE(run({QStringLiteral("Qry_Add_Term par_Name \"Spring; Summer\" par_Start_date \"2026-01-05\" "
+                                    "par_End_date \"2026-03-27\";"),
+                     holiday_5th}));
+    EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
+    // The rest of the split line waited for a ";" and took the next line with it.
+    EXPECT_EQ(holidays(), 0);
+    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Obey_Command - Qry_Add_Term par_Name \"Spring")));
+}
+
+TEST_F(GlobalRunSqlTest, AnUnclosedQuoteLeavesTheParameterUnsetAndTheQueryStillRuns)
+{
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Error occurred while executing script file. \n3061"), Ok);
+    boxes.expect(QStringLiteral("revert to the pre-run database"), Yes);
+    EXPECT_FALSE(run({holiday_12th, QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05;")}));
+    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
+    EXPECT_EQ(holidays(), 0);
+}
+
+TEST_F(GlobalRunSqlTest, ContinueOnErrorLogsFailuresAndCommitsWhatSucceeded)
+{
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
+    boxes.expect(QStringLiteral("Error occurred while executing command while setting up querydef"), Ok);
+    EXPECT_TRUE(run({QStringLiteral("On Error Continue"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_5th,
+                     QStringLiteral("Qry_No_Such_Query;"), holiday_12th}));
+    EXPECT_EQ(holidays(), 2);
+    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
+    const QString log = school.log_text();
+    EXPECT_TRUE(log.contains(QStringLiteral("Global_Run : ")));
+    EXPECT_TRUE(log.contains(QStringLiteral("Obey_Command - DELETE * FROM No_Such_Table")));
+}
+
+TEST_F(GlobalRunSqlTest, OnErrorEndAsksAgain)
+{
+    const QString before = school.dump();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
+    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
+    boxes.expect(QStringLiteral("revert to the pre-run database"), Yes);
+    EXPECT_FALSE(run({QStringLiteral("on error cont"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_5th,
+                      QStringLiteral("on error end"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_12th}));
+    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
+    EXPECT_EQ(school.dump(), before);
+}
+
+TEST_F(GlobalRunSqlTest, ADuplicateKeyAbandonsTheFileEvenWhenErrorsAreToBeIgnored)
+{
+    const QString before = school.dump();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("The data cannot be inserted because there are already records there.\n"
+                                "Delete the old records first, then try again."),
+                 Ok, 0);
+    EXPECT_FALSE(run({QStringLiteral("on error continue"), QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\";"),
+                      QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\";"), holiday_12th}));
+    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
+    EXPECT_EQ(school.dump(), before);
+}
+
+TEST_F(GlobalRunSqlTest, AParameterThatWontConvertOrIsntDeclaredFailsBeforeTheExecution)
+{
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("while setting up parameter called p_Term_id"), Ok);
+    boxes.expect(QStringLiteral("while setting up parameter called par_nothing"), Ok);
+    EXPECT_TRUE(run({QStringLiteral("on error cont"), QStringLiteral("Qry_Select_Number_Lessons p_Term_id \"many\";"),
+                     QStringLiteral("Qry_Insert_Holiday par_nothing \"1\" p_date \"2026-01-05\";")}));
+    EXPECT_EQ(holidays(), 0);
+}
+
+TEST_F(GlobalRunSqlTest, AQuestionGoesOnWithYesAndStopsWithNoKeepingTheStatus)
+{
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Add the holidays?\nContinue?"), Yes, 36);
+        EXPECT_TRUE(run({QStringLiteral("question Add the holidays?"), holiday_5th}));
+        EXPECT_EQ(holidays(), 1);
+    }
+    const QString before = school.dump();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Carry on?\nContinue?"), No);
+    EXPECT_FALSE(run({QStringLiteral("display half way"), holiday_12th, QStringLiteral("Question Carry on?"),
+                      QStringLiteral("DELETE * FROM Holidays;")}));
+    EXPECT_EQ(status, QStringLiteral("half way"));
+    EXPECT_EQ(school.dump(), before);
+}
+
+TEST_F(GlobalRunSqlTest, AFileThatCantBeOpenedIsReportedAndTouchesNothing)
+{
+    ScriptedBoxes boxes;
+    const QString missing = school.file(QStringLiteral("missing.sql"));
+    boxes.expect(QStringLiteral("Cannot open file ") + missing, Ok);
+    QString untouched = QStringLiteral("as before");
+    EXPECT_FALSE(Global_Run_SQL(missing, untouched));
+    EXPECT_EQ(untouched, QStringLiteral("as before"));
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(GlobalRunSqlTest, ARunInsideTheCallersTransactionUndoesOnlyItself)
+{
+    ASSERT_TRUE(Program_Workspace().BeginTrans());
+    school.exec(QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES ('2026-02-02 00:00:00')"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Unknown Command"), No);
+    const QString path = school.write_file(QStringLiteral("nested.sql"), holiday_5th + QStringLiteral("\nSELECT 1;\n"));
+    EXPECT_FALSE(Global_Run_SQL(path, status));
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 1);
+    ASSERT_TRUE(Program_Workspace().CommitTrans());
+    EXPECT_EQ(holidays(), 1);
+}
+
+}  // namespace
