@@ -4,6 +4,7 @@
 #include "cli/cli_support.h"
 #include "cli/admin_commands.h"
 #include "cli/database_commands.h"
+#include "cli/demo_school.h"
 #include "cli/invoicing_commands.h"
 #include "database/db_handling.h"
 #include "engine/workspace.h"
@@ -24,9 +25,27 @@ int usage()
 {
     err() << "usage: quillary-cli --version\n"
              "       quillary-cli check DB\n"
+             "       quillary-cli demo DB\n"
           << database_usage() << admin_usage() << invoicing_usage();
     err().flush();
     return 2;
+}
+
+int demo_command(const QStringList& args)
+{
+    if (args.size() != 1)
+        return usage();
+    install_box_answers(Answer::Yes);
+    // The same school every time: the install folder's scripts, whatever the
+    // user's own settings say, and nothing written to their log.
+    Default_Settings(Settings());
+    Current_Log_File().clear();
+    Setup_Formats();
+    const bool built = demo::build_demo_school(args.first());
+    close_all();
+    if (built)
+        out() << "The demo school is in " << args.first() << "\n";
+    return built ? 0 : 1;
 }
 
 int check(const QStringList& args)
@@ -65,6 +84,8 @@ int run(const QStringList& args)
     }
     if (command == QLatin1String("check"))
         return check(rest);
+    if (command == QLatin1String("demo"))
+        return demo_command(rest);
     for (const auto& runner : {run_database_command, run_admin_command, run_invoicing_command}) {
         if (const int status = runner(command, rest); status >= 0)
             return status == 2 ? usage() : status;
