@@ -44,37 +44,6 @@ bool term_already_invoiced()
     return false;
 }
 
-// The term run's two scripts nest in one transaction of its own, so that a
-// failure or a cancel after the costs leaves even those as they were.
-class RunTransaction {
-public:
-    RunTransaction() : begun_(Program_Workspace().BeginTrans())
-    {
-        if (!begun_)
-            Report_Error(report::Unexpected, QStringLiteral("Unexpected error "), engine::mb::Critical, billing_tag(),
-                         QStringLiteral("cmd_Insert_Term"));
-    }
-    ~RunTransaction()
-    {
-        if (begun_)
-            Program_Workspace().Rollback();
-    }
-    bool begun() const { return begun_; }
-    bool commit()
-    {
-        begun_ = false;
-        if (Program_Workspace().CommitTrans())
-            return true;
-        Report_Error(report::Unexpected, QStringLiteral("Unexpected error "), engine::mb::Critical, billing_tag(),
-                     QStringLiteral("cmd_Insert_Term"));
-        Program_Workspace().Rollback();
-        return false;
-    }
-
-private:
-    bool begun_;
-};
-
 }  // namespace
 
 bool AutoInvoicing::run_script_file(const QString& path, bool& could_not_open)
@@ -101,9 +70,8 @@ bool AutoInvoicing::insert_term()
     if (pupil_list.isEmpty() && term_already_invoiced())
         return false;
 
-    RunTransaction run;
-    if (!run.begun())
-        return false;
+    // Each script is a transaction of its own: a failed term script leaves the
+    // committed costs in the temporary table until the screen clears it.
     bool could_not_open = false;
     // A cost script that can't be opened still lets the run go on: the check
     // of the costs then names every course.
@@ -113,9 +81,7 @@ bool AutoInvoicing::insert_term()
         status = QStringLiteral("Insert Invoices abandoned");
         return false;
     }
-    if (!run_script_file(Settings().term_script, could_not_open))
-        return false;
-    return run.commit();
+    return run_script_file(Settings().term_script, could_not_open);
 }
 
 bool AutoInvoicing::insert_activities()

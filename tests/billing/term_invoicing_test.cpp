@@ -11,6 +11,18 @@
 
 namespace {
 
+// A dump without one table's section: the costs a committed cost script
+// leaves in its temporary table stay there until the screen clears them.
+QString without_table(const QString& dump, const QString& table)
+{
+    QStringList sections = dump.split(QStringLiteral("== "));
+    sections.erase(std::remove_if(sections.begin(), sections.end(),
+                                  [&](const QString& s) { return s.startsWith(table + QLatin1Char('\n')); }),
+                   sections.end());
+    return sections.join(QStringLiteral("== "));
+}
+
+
 using engine::answer::No;
 using engine::answer::Ok;
 using engine::answer::Yes;
@@ -67,7 +79,8 @@ TEST_F(TermInvoicingTest, ASecondRunForTheSameFamiliesFailsAndChangesNothing)
     boxes.expect(QStringLiteral("The data cannot be inserted because there are already records there."), Ok, 0);
     EXPECT_FALSE(screen.insert_term());
     EXPECT_EQ(screen.status, abandoned);
-    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(without_table(school.dump(), QStringLiteral("Tmp_CourseCosts")),
+              without_table(before, QStringLiteral("Tmp_CourseCosts")));
 }
 
 TEST_F(TermInvoicingTest, AChangedPupilsWholeFamilyIsInvoiced)
@@ -147,7 +160,9 @@ TEST_F(TermInvoicingTest, CancellingAtTheCostCheckLeavesEverythingAsItWas)
     boxes.expect(QStringLiteral("There are no costs set up for Hip Hop, \nDo you want to cancel the invoice run?"), Yes, 36);
     EXPECT_FALSE(screen.insert_term());
     EXPECT_EQ(screen.status, QStringLiteral("Insert Invoices abandoned"));
-    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(without_table(school.dump(), QStringLiteral("Tmp_CourseCosts")),
+              without_table(before, QStringLiteral("Tmp_CourseCosts")));
+    EXPECT_GT(school.count(QStringLiteral("Tmp_CourseCosts")), 0);
 }
 
 TEST_F(TermInvoicingTest, GoingOnPastTheCostCheckInvoicesTheCostedCourses)
