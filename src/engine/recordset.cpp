@@ -488,34 +488,28 @@ bool Recordset::updatable() const
     return false;
 }
 
-bool Recordset::AddNew()
+bool Recordset::begin_edit(int mode)
 {
-    Err().Clear();
-    if (!require_open())
-        return false;
     if (!updatable()) {
         raise_engine_error(jet::NotUpdatable, QStringLiteral("Cannot update. Database or object is read-only."));
         return false;
     }
     buffer_ = QVector<QVariant>(store_->fields.size());
     buffer_set_ = QVector<bool>(store_->fields.size(), false);
-    edit_mode_ = editmode::Add;
+    edit_mode_ = mode;
     return true;
+}
+
+bool Recordset::AddNew()
+{
+    Err().Clear();
+    return require_open() && begin_edit(editmode::Add);
 }
 
 bool Recordset::Edit()
 {
     Err().Clear();
-    if (!require_current())
-        return false;
-    if (!updatable()) {
-        raise_engine_error(jet::NotUpdatable, QStringLiteral("Cannot update. Database or object is read-only."));
-        return false;
-    }
-    buffer_ = QVector<QVariant>(store_->fields.size());
-    buffer_set_ = QVector<bool>(store_->fields.size(), false);
-    edit_mode_ = editmode::InProgress;
-    return true;
+    return require_current() && begin_edit(editmode::InProgress);
 }
 
 bool Recordset::CancelUpdate()
