@@ -1,0 +1,42 @@
+#pragma once
+// The help behind Show_Help: the user manual is a folder of pages, "manual"
+// in the install folder, one page per help context named by its number
+// ("1610.html"), with "index.html" for the contents and "help_on_help.html"
+// for help on using the help. This side decides which page a request means
+// and keeps whether help is open; the screen side opens the page.
+
+#include <QString>
+
+namespace help {
+
+// The commands of a help request.
+inline constexpr int Context = 1;
+inline constexpr int Quit = 2;
+inline constexpr int Contents = 3;
+inline constexpr int Help_On_Help = 4;
+
+// The help context of each screen: a fixed number, and so the name of its page.
+namespace context {
+inline constexpr int How_To_Get_Help = 1000;
+inline constexpr int Main_Menu = 1010;
+inline constexpr int Audit_Log = 1020;
+inline constexpr int About = 1030;
+inline constexpr int Select_File = 1040;
+inline constexpr int Families = 1610;
+inline constexpr int Teachers = 1640;
+}  // namespace context
+
+// The manual's folder; empty when it isn't there, which means "no help file".
+QString manual_folder();
+
+// What a request asks for.
+struct Request {
+    bool act = false;  // false: nothing to do, Show_Help gives false
+    QString page;      // the page to open; empty for Quit
+};
+Request resolve(int command, int context);
+
+// Whether a page was opened and not closed by a Quit since.
+bool& help_is_open();
+
+}  // namespace help

@@ -1,0 +1,196 @@
+#pragma once
+// The record-editing screen: one table, one bound record set, and the same
+// behaviour on every screen that keeps records (navigation, add, update,
+// cancel, delete, exit). A screen supplies its words, its fields and their
+// columns, its own validations and its deletion guard; everything else is
+// here, once.
+//
+// The state of a screen is the record set's EditMode and nothing else: 0 at
+// rest, 1 editing, 2 adding. A record enters editing lazily, when a changed
+// field loses the focus.
+
+#include "toolkit/data_control.h"
+
+#include <QString>
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+class QAction;
+class QComboBox;
+class QGridLayout;
+class QGroupBox;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QMenuBar;
+class QPlainTextEdit;
+class QPushButton;
+
+// The words and labels that make the pattern a screen's own.
+struct RecordScreenWords {
+    QString form_name;                // "frm_Teachers": the screen's name
+    QString caption;                  // "Teachers"
+    QString module;                   // "fTeach": tag of the screen's reports
+    QString move_selected_module;     // tag of Move_Selected's reports; empty: `module`
+    QString data_name;                // "data_Teachers"
+    QString noun;                     // "Teacher": "Adding a new Teacher", "Error accessing Teacher Control "
+    QString choose_title;             // "Choose a Teaching Name to edit, or "
+    QString titles_out_of_date;       // "Unexpected error - names are out of date"
+    QString title_missing;            // "There must be a Teaching name"
+    QString title_quotes;             // "The teaching name cannot include quotes"
+    QString duplicate;                // "The Teaching Name must be unique"
+    QString lost_after_update;        // "Could not find the Teacher who has just been updated!"
+    QString deletion_refused = QStringLiteral("Deletion abandoned");
+    QString empty_list;               // shown when the list is filled from no records; empty: nothing
+    int help_context = 0;
+    // Routine labels of the navigation commands in failure reports.
+    QString first_routine = QStringLiteral("cmd_First");
+    QString prev_routine = QStringLiteral("cmd_Prev");
+    QString next_routine = QStringLiteral("cmd_Next");
+    QString last_routine = QStringLiteral("cmd_Last");
+};
+
+class RecordScreen : public QWidget {
+    Q_OBJECT
+public:
+    ~RecordScreen() override;
+
+    // The common controls, by their names.
+    QMenuBar* menu_bar = nullptr;
+    QAction* mnu_Exit = nullptr;
+    QAction* mnu_Help = nullptr;
+    QGroupBox* frame_Navigation = nullptr;
+    QComboBox* cmb_Names = nullptr;
+    QPushButton* cmd_First = nullptr;
+    QPushButton* cmd_Prev = nullptr;
+    QPushButton* cmd_Next = nullptr;
+    QPushButton* cmd_Last = nullptr;
+    QPushButton* cmd_Add = nullptr;
+    QPushButton* cmd_Update = nullptr;
+    QPushButton* cmd_Cancel = nullptr;
+    QPushButton* cmd_Delete = nullptr;
+    QGroupBox* frame_status = nullptr;
+    QLineEdit* txt_Status = nullptr;
+    QLineEdit* txt_Xfer_Id = nullptr;  // only on screens opened at a given record
+
+    DataControl& data() { return data_; }
+    int EditMode() const { return data_.EditMode(); }
+    const RecordScreenWords& words() const { return words_; }
+
+    // What the commands do, so that they can be pressed by program.
+    void cmd_First_Click();
+    void cmd_Prev_Click();
+    void cmd_Next_Click();
+    void cmd_Last_Click();
+    void cmd_Add_Click();
+    void cmd_Update_Click();
+    void cmd_Cancel_Click();
+    void cmd_Delete_Click();
+    void cmb_Names_Click();
+    void mnu_Exit_Click();
+    void mnu_Help_Click();
+    // Each time the screen comes to the front.
+    virtual void Form_Activate();
+
+protected:
+    explicit RecordScreen(RecordScreenWords words, QWidget* parent = nullptr);
+
+    // ---- Construction steps for a screen ----
+    // A field with its label in one of the two columns of fields, 0 left and
+    // 1 right: a one-line or several-line text box named `name`, or a field
+    // of the screen's making that takes the height to spare (a list).
+    QLineEdit* add_line(int column, const QString& name, const QString& label);
+    QPlainTextEdit* add_text(int column, const QString& name, const QString& label);
+    void add_growing_row(int column, const QString& label, QWidget* field);
+    // A further command, placed before the editing commands.
+    QPushButton* add_command(const QString& name, const QString& caption);
+    // The hidden box into which an opening screen writes the key to show.
+    void add_xfer_id();
+
+    // What a field does when it loses the focus, before Check_LostFocus.
+    enum class OnLeave { Nothing, Upper_Case };
+    // Binds a field to a column: Enter moves on, losing the focus runs
+    // Check_LostFocus, and Clear_highlights covers it.
+    void bind(QWidget* control, const QString& column, OnLeave on_leave = OnLeave::Nothing);
+    // The title field: as bind(), with the title's own check on losing the focus.
+    void bind_title(QLineEdit* control, const QString& column);
+    // A hidden field that shows a column and is never written (a key).
+    void bind_hidden(QLineEdit* control, const QString& column);
+
+    // Load's last step: opens the record set on the screen's source and fills the fields.
+    void Setup_Controls(const QString& record_source, const QString& key_column, const QString& title_column);
+
+    // ---- What the screen adds ----
+    // Its own rules, after the title's; each failure shows its message and
+    // takes the focus to its field.
+    virtual bool Validate_Own_Rules() { return true; }
+    // The guard of a deletion, given the record's key; it shows its own reason.
+    virtual bool Check_Deletion(int key) = 0;
+    // The search after a deletion from the middle; by default the deleted title,
+    // which finds nothing, so the screen lands on the first record.
+    virtual QString criteria_after_delete(const QString& title) const;
+    // The field that takes the focus after cmd_Add; by default the title.
+    virtual QWidget* first_field() const;
+    // Fields that Clear_screen leaves as they are.
+    virtual bool kept_by_clear_screen(const QWidget* /*control*/) const { return false; }
+    // Anything more to clear, after the bound fields.
+    virtual void clear_more() {}
+    // False while the list must not follow the record (a bulk run).
+    virtual bool list_follows_record() const { return true; }
+
+    // ---- The pattern's routines ----
+    void Setup_List();
+    void Move_Selected();
+    void Move_Selected(int key);
+    bool Validate_Data();
+    void Clear_highlights();
+    void Clear_screen();
+    void Check_LostFocus(QWidget* control);
+    void set_status(const QString& text);
+    QString current_title() const;
+    int current_key() const;
+    const QString& key_column() const { return key_column_; }
+    const QString& title_column() const { return title_column_; }
+    QLineEdit* title_field() const { return title_field_; }
+    QHBoxLayout* command_row() const { return command_row_; }
+
+    // A failure caught by a routine's trap.
+    void report_unexpected(const QString& routine) const;
+    // A state that the pattern doesn't know.
+    void report_unexpected_mode(const QString& routine) const;
+
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Binding {
+        std::unique_ptr<BoundField> field;
+        QWidget* control = nullptr;
+        OnLeave on_leave = OnLeave::Nothing;
+        bool hidden = false;
+    };
+
+    void build_common_controls();
+    void connect_commands();
+    void on_reposition();
+    void title_left();
+    void field_left(QWidget* control);
+    void show_list_at_current();
+    bool navigation_allowed();
+    Binding* binding_of(QWidget* control);
+
+    RecordScreenWords words_;
+    DataControl data_;
+    std::vector<Binding> bindings_;
+    QString key_column_;
+    QString title_column_;
+    QLineEdit* title_field_ = nullptr;
+    QHBoxLayout* command_row_ = nullptr;
+    QLabel* field_label(const QString& text);
+    void add_row(int column, const QString& label, QWidget* field, bool grows);
+
+    QGridLayout* columns_[2] = {nullptr, nullptr};
+    QWidget* record_area_ = nullptr;
+};

@@ -1,0 +1,45 @@
+#include "ui/screen_catalogue.h"
+
+#include "ui/frm_about.h"
+#include "ui/frm_auditlog.h"
+#include "ui/frm_family.h"
+#include "ui/frm_teachers.h"
+#include "ui/switch_screen.h"
+
+#include <QApplication>
+#include <QWidget>
+#include <functional>
+#include <map>
+
+namespace {
+
+// One line a screen: its form name and how it is made.
+const std::map<QString, std::function<QWidget*()>>& catalogue()
+{
+    static const std::map<QString, std::function<QWidget*()>> screens = {
+        {QStringLiteral("frm_About"), [] { return new frm_About; }},
+        {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
+        {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
+        {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
+    };
+    return screens;
+}
+
+}  // namespace
+
+QWidget* Loaded_Screen(const QString& form_name)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows)
+        if (window->objectName() == form_name && !is_unloading(window))
+            return window;
+    return nullptr;
+}
+
+QWidget* Load_Screen(const QString& form_name)
+{
+    if (QWidget* loaded = Loaded_Screen(form_name))
+        return loaded;
+    const auto make = catalogue().find(form_name);
+    return make == catalogue().end() ? nullptr : make->second();
+}

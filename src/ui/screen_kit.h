@@ -1,0 +1,45 @@
+#pragma once
+// What every screen shares: its setup and colours, Enter moving to the next
+// field, finding a key among a list's entries, and opening its help page.
+// Colours are kept in the widgets' palettes, so that they can be read back.
+
+#include "toolkit/gen_colours.h"
+
+#include <QString>
+#include <QUrl>
+#include <functional>
+
+class QComboBox;
+class QListWidget;
+class QWidget;
+
+// First step of every screen's construction: the screen takes the background
+// colour that Gen_Colours gives, which is also left in `colour`. Screens are
+// laid out with layouts, so there is no scaling to do; `keep_label_size` is
+// kept for the callers' form.
+void Screen_Setup(QWidget* form, bool keep_label_size, colours::Rgb& colour);
+
+// A frame's or screen's background.
+void set_frame_colour(QWidget* frame, const colours::Rgb& colour);
+colours::Rgb frame_colour(const QWidget* frame);
+
+// A field's background: white at rest, light blue when changed, pink when owing.
+void set_field_colour(QWidget* field, const colours::Rgb& colour);
+colours::Rgb field_colour(const QWidget* field);
+
+// Enter in `field` moves on to the next field, as a Tab would, and is swallowed.
+// In a multi-line box Ctrl+Enter still starts a new line.
+void Enter_To_Tab(QWidget* field);
+
+// The index of the first entry, from 0, whose item data (the record's key) is
+// `key`; -1 when there is none.
+short Glob_Search_Combo(const QComboBox* combo, int key);
+short Glob_Search_List(const QListWidget* list, int key);
+
+// Help for a screen: command 1 opens the page of `context`, 2 closes help,
+// 3 the contents, 4 help on help (see toolkit/help_pages.h). False when there
+// is no manual, nothing to do, or the page could not be opened.
+bool Show_Help(QWidget* form, int command, int context);
+
+// Replaces the opening of help pages (tests); null puts QDesktopServices back.
+void set_help_opener(std::function<bool(const QUrl&)> opener);

@@ -1,0 +1,146 @@
+// The guards that stand before deleting a family, a pupil or a teacher.
+
+#include "database/guarded_deletions.h"
+
+#include "database/db_handling.h"
+#include "engine/msg_box.h"
+#include "engine/workspace.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+
+#include <gtest/gtest.h>
+
+using engine::answer::Ok;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+class GuardedDeletions : public ::testing::Test {
+protected:
+    int pupils_of(int family)
+    {
+        return school.scalar(QStringLiteral("SELECT count(*) FROM Pupils WHERE Pupil_Family_Id = %1").arg(family)).toInt();
+    }
+    testing_support::CurrentSchool school;
+};
+
+// ---- Teachers ----
+
+TEST_F(GuardedDeletions, ATeacherWithNothingToTheirNameMayGo)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    EXPECT_TRUE(Check_Teacher_Deletion(ada));
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 1);  // the guard deletes nothing
+}
+
+TEST_F(GuardedDeletions, ATeacherOnACourseIsRefusedWithTheCourseCountBeforeAnythingElse)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    school.add_course(QStringLiteral("Ballet 1"), ada);
+    school.add_course(QStringLiteral("Ballet 2"), ada);
+    school.add_activity(QStringLiteral("Grade 1"), ada);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("This teacher is teaching 2 courses so cannot be deleted."), Ok, engine::mb::OkOnly);
+    EXPECT_FALSE(Check_Teacher_Deletion(ada));
+}
+
+TEST_F(GuardedDeletions, ATeacherOfAnActivityOrInTheResultsIsRefused)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    const int exam = school.add_activity(QStringLiteral("Grade 1"), ada);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("This teacher is on 1 exams so cannot be deleted."));
+        EXPECT_FALSE(Check_Teacher_Deletion(ada));
+    }
+    const int bea = school.add_teacher(QStringLiteral("Bea"));
+    const int family = school.add_family(QStringLiteral("Archer"));
+    const int lily = school.add_pupil(family, QStringLiteral("Lily"));
+    school.insert(QStringLiteral("Exam_Results"), {{"Results_Pupil_id", lily},
+                                                   {"Results_Exam_id", exam},
+                                                   {"Results_Teacher_id", bea},
+                                                   {"Results_Date", QStringLiteral("2026-03-01 00:00:00")}});
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("This teacher is in the results for 1 exams so cannot be deleted."));
+    EXPECT_FALSE(Check_Teacher_Deletion(bea));
+}
+
+// ---- Pupils ----
+
+TEST_F(GuardedDeletions, APupilGoesWithTheirRegistersAndResults)
+{
+    const int family = school.add_family(QStringLiteral("Archer"));
+    const int lily = school.add_pupil(family, QStringLiteral("Lily"));
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    const int course = school.add_course(QStringLiteral("Ballet 1"), ada);
+    school.insert(QStringLiteral("Register_Courses"), {{"Pupil_id", lily}, {"Course_id", course}});
+    EXPECT_TRUE(DB_Delete_Pupil(lily));
+    EXPECT_EQ(school.count(QStringLiteral("Pupils")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 0);
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(GuardedDeletions, APupilOnAnInvoiceLineStays)
+{
+    const int family = school.add_family(QStringLiteral("Archer"));
+    const int lily = school.add_pupil(family, QStringLiteral("Lily"));
+    school.add_invoice_line(school.add_invoice(family), lily);
+    school.add_invoice_line(school.add_invoice(family, QStringLiteral("Summer fees")), lily);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are 2 invoices that reference this pupil.\nPlease delete them manually. \n"
+                                "Abandoning Deletion"),
+                 Ok, engine::mb::OkOnly);
+    EXPECT_FALSE(DB_Delete_Pupil(lily));
+    EXPECT_EQ(school.count(QStringLiteral("Pupils")), 1);
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+// ---- Families ----
+
+TEST_F(GuardedDeletions, AFamilyWithInvoicesIsRefusedBeforeAnythingChanges)
+{
+    const int family = school.add_family(QStringLiteral("Archer"));
+    school.add_pupil(family, QStringLiteral("Lily"));
+    school.add_invoice(family);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are 1 invoices that reference this Family.\nPlease delete these manually.\n"
+                                "Note that deleting these Invoices will affect your full accounts - the totals Owed "
+                                "and Received will change. \nUnable to Continue"),
+                 Ok, engine::mb::OkOnly);
+    EXPECT_FALSE(Check_Family_Deletion(family));
+    EXPECT_EQ(pupils_of(family), 1);
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(GuardedDeletions, AFamilysPupilsGoFirstAndTheFamilyIsLeftForTheScreen)
+{
+    const int family = school.add_family(QStringLiteral("Archer"));
+    school.add_pupil(family, QStringLiteral("Lily"));
+    school.add_pupil(family, QStringLiteral("Tom"));
+    const int other = school.add_family(QStringLiteral("Brown"));
+    school.add_pupil(other, QStringLiteral("Sam"));
+    EXPECT_TRUE(Check_Family_Deletion(family));
+    EXPECT_EQ(pupils_of(family), 0);
+    EXPECT_EQ(pupils_of(other), 1);
+    EXPECT_EQ(school.count(QStringLiteral("Families")), 2);
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(GuardedDeletions, APupilOnAnotherFamilysInvoiceStopsTheFamilyWithItsTransactionStillOpen)
+{
+    const int family = school.add_family(QStringLiteral("Archer"));
+    school.add_pupil(family, QStringLiteral("Amy"));
+    const int lily = school.add_pupil(family, QStringLiteral("Lily"));
+    const int other = school.add_family(QStringLiteral("Brown"));
+    school.add_invoice_line(school.add_invoice(other), lily);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are 1 invoices that reference this pupil."));
+    EXPECT_FALSE(Check_Family_Deletion(family));
+    // Amy's deletion waits in the family's transaction, which nobody has ended.
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 1);
+    EXPECT_EQ(pupils_of(family), 1);
+    Program_Workspace().Rollback();
+    EXPECT_EQ(pupils_of(family), 2);
+}
+
+}  // namespace

@@ -1,0 +1,227 @@
+// The Families screen: its own rules on top of the record-editing pattern,
+// its members list and the removal of empty families.
+
+#include "ui/frm_family.h"
+
+#include "engine/msg_box.h"
+#include "engine/recordset.h"
+#include "screen_driver.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+using engine::answer::No;
+using engine::answer::Yes;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+class FamiliesScreen : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
+        set_main_menu(&menu);
+    }
+    void TearDown() override
+    {
+        if (screen)
+            Unload(screen);
+        settle();
+        set_main_menu(nullptr);
+        Glob_Return_Form() = nullptr;
+    }
+
+    frm_Family* open(const QString& xfer_id = QString())
+    {
+        screen = new frm_Family;
+        screen->txt_Xfer_Id->setText(xfer_id);
+        bring_to_front(screen);
+        return screen;
+    }
+
+    QStringList members() const
+    {
+        QStringList names;
+        for (int i = 0; i < screen->lst_Members->count(); ++i)
+            names << screen->lst_Members->item(i)->text();
+        return names;
+    }
+
+    QStringList families() const
+    {
+        QStringList names;
+        for (int i = 0; i < screen->cmb_Names->count(); ++i)
+            names << screen->cmb_Names->itemText(i);
+        return names;
+    }
+
+    testing_support::CurrentSchool school;
+    QWidget menu;
+    QPointer<frm_Family> screen;
+};
+
+TEST_F(FamiliesScreen, AnEmptyTableSaysSoAndOpensAddingAFamily)
+{
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are no more records"));
+    open();
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Family"));
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Family_Name);
+}
+
+TEST_F(FamiliesScreen, TheMembersListShowsThePupilsOrNone)
+{
+    const int archer = school.add_family(QStringLiteral("Archer"));
+    school.add_pupil(archer, QStringLiteral("Lily"));
+    school.add_pupil(archer, QStringLiteral("Tom"));
+    school.add_family(QStringLiteral("Brown"));
+    open();
+    EXPECT_EQ(members(), (QStringList{QStringLiteral("Lily"), QStringLiteral("Tom")}));
+    click(screen->cmd_Next);
+    EXPECT_EQ(screen->txt_Family_Name->text(), QStringLiteral("Brown"));
+    EXPECT_EQ(members(), QStringList{QStringLiteral("(None)")});
+    click(screen->cmd_Add);
+    EXPECT_TRUE(members().isEmpty());
+}
+
+TEST_F(FamiliesScreen, OpensAtTheFamilyWhoseKeyItWasGiven)
+{
+    school.add_family(QStringLiteral("Archer"));
+    const int brown = school.add_family(QStringLiteral("Brown"));
+    open(QString::number(brown));
+    EXPECT_EQ(screen->txt_Family_Name->text(), QStringLiteral("Brown"));
+    EXPECT_EQ(screen->cmb_Names->currentText(), QStringLiteral("Brown"));
+}
+
+TEST_F(FamiliesScreen, APostCodeTypedInLowerCaseIsStoredInCapitals)
+{
+    school.add_family(QStringLiteral("Archer"));
+    open();
+    type_into(screen->txt_Post_Code, QStringLiteral("ba1 2cd"));
+    tab_out(screen->txt_Post_Code);
+    EXPECT_EQ(screen->txt_Post_Code->text(), QStringLiteral("BA1 2CD"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Archer updated successfully"));
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Family_PostCode FROM Families")).toString(), QStringLiteral("BA1 2CD"));
+}
+
+TEST_F(FamiliesScreen, TheSameNameAndAddressIsRefusedButAnotherAddressIsAllowed)
+{
+    school.add_family(QStringLiteral("Archer"), QStringLiteral("3 Elm Road"));
+    open();
+    click(screen->cmd_Add);
+    type_into(screen->txt_Family_Name, QStringLiteral("Archer"));
+    type_into(screen->txt_Address, QStringLiteral("3 Elm Road"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The Family Name and Address must be unique"), Yes, engine::mb::OkOnly);
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Family_Name);
+
+    retype(screen->txt_Address, QStringLiteral("8 Oak Way"));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Archer added successfully"));
+    EXPECT_EQ(school.count(QStringLiteral("Families")), 2);
+    // The search by name lands on the first Archer: that is accepted.
+    EXPECT_EQ(screen->txt_Address->text(), QStringLiteral("3 Elm Road"));
+}
+
+TEST_F(FamiliesScreen, TheNameIsRequiredAndMayNotHoldQuotes)
+{
+    school.add_family(QStringLiteral("Archer"));
+    open();
+    click(screen->cmd_Add);
+    type_into(screen->txt_Address, QStringLiteral("1 Mill Lane"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("There must be a Family Name"));
+        click(screen->cmd_Update);
+    }
+    screen->txt_Family_Name->setText(QStringLiteral("O\"Neil"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("The name cannot include quotes"));
+    screen->cmd_Update_Click();
+}
+
+TEST_F(FamiliesScreen, DeletingAFamilyTakesItsPupilsAndLandsOnTheNextByName)
+{
+    school.add_family(QStringLiteral("Archer"));
+    const int brown = school.add_family(QStringLiteral("Brown"));
+    school.add_pupil(brown, QStringLiteral("Sam"));
+    school.add_family(QStringLiteral("Carter"));
+    open();
+    click(screen->cmd_Next);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Brown"), Yes);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Brown deleted"));
+    EXPECT_EQ(screen->txt_Family_Name->text(), QStringLiteral("Carter"));
+    EXPECT_EQ(families(), (QStringList{QStringLiteral("Archer"), QStringLiteral("Carter")}));
+    EXPECT_EQ(school.count(QStringLiteral("Pupils")), 0);
+}
+
+TEST_F(FamiliesScreen, AFamilyWithInvoicesIsNotDeleted)
+{
+    const int archer = school.add_family(QStringLiteral("Archer"));
+    school.add_invoice(archer);
+    open();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Archer"), Yes)
+        .expect(QStringLiteral("There are 1 invoices that reference this Family."));
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion Abandoned"));
+    EXPECT_EQ(school.count(QStringLiteral("Families")), 1);
+}
+
+TEST_F(FamiliesScreen, RemovingEmptyFamiliesAsksForEachAndANoKeepsThatOne)
+{
+    school.add_family(QStringLiteral("Archer"));
+    const int brown = school.add_family(QStringLiteral("Brown"));
+    school.add_pupil(brown, QStringLiteral("Sam"));
+    school.add_family(QStringLiteral("Carter"));
+    school.add_family(QStringLiteral("Dale"));
+    open();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete all families where there are no pupils?"), Yes,
+                 engine::mb::YesNo | engine::mb::Question)
+        .expect(QStringLiteral("Do you really want to delete  Archer"), No)
+        .expect(QStringLiteral("Do you really want to delete  Carter"), Yes)
+        .expect(QStringLiteral("Do you really want to delete  Dale"), Yes);
+    click(screen->cmd_Remove);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Carter, Dale,  deleted"));
+    EXPECT_EQ(families(), (QStringList{QStringLiteral("Archer"), QStringLiteral("Brown")}));
+    EXPECT_EQ(screen->txt_Family_Name->text(), QStringLiteral("Archer"));
+    EXPECT_EQ(screen->cmb_Names->currentText(), QStringLiteral("Archer"));
+}
+
+TEST_F(FamiliesScreen, RemovingWhenNoFamilyIsEmptyReportsAnEmptyList)
+{
+    const int archer = school.add_family(QStringLiteral("Archer"));
+    school.add_pupil(archer, QStringLiteral("Lily"));
+    open();
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Do you really want to delete all families"), No);
+        click(screen->cmd_Remove);
+    }
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Removal cancelled"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete all families"), Yes);
+    click(screen->cmd_Remove);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral(" deleted"));
+    EXPECT_EQ(school.count(QStringLiteral("Families")), 1);
+}
+
+}  // namespace

@@ -1,0 +1,275 @@
+// The main menu: its commands open screens one at a time, it shows the
+// database in use, keeps the changed-pupils choice, and ends the program.
+
+#include "ui/frm_main_menu.h"
+
+#include "database/db_handling.h"
+#include "engine/msg_box.h"
+#include "screen_driver.h"
+#include "shell/app_globals.h"
+#include "shell/install_folder.h"
+#include "shell/selection_lists.h"
+#include "shell/settings.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+#include "ui/frm_about.h"
+#include "ui/frm_auditlog.h"
+#include "ui/frm_family.h"
+#include "ui/frm_teachers.h"
+#include "ui/screen_catalogue.h"
+#include "ui/screen_kit.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+using engine::answer::No;
+using engine::answer::Yes;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+class MainMenu : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Abort_Flag() = false;
+        Settings().default_database = school.path();
+        menu = new frm_Main_Menu;
+    }
+    void TearDown() override
+    {
+        if (menu)
+            Main_End_Prog(menu);
+        settle();
+        Glob_Return_Form() = nullptr;
+        Glob_Keep_Changed_List() = false;
+        Changed_Pupils().reset();
+    }
+
+    template <typename Screen>
+    Screen* loaded(const char* name)
+    {
+        return qobject_cast<Screen*>(Loaded_Screen(QString::fromLatin1(name)));
+    }
+
+    testing_support::CurrentSchool school;
+    QPointer<frm_Main_Menu> menu;
+};
+
+TEST_F(MainMenu, ShowsTheDatabaseByItsFileName)
+{
+    bring_to_front(menu);
+    EXPECT_EQ(menu->windowTitle(), QStringLiteral("QUILLARY Main Menu"));
+    EXPECT_EQ(menu->lbl_Current_DB_Name->text(), QStringLiteral("school"));
+    EXPECT_FALSE(menu->cmd_Change_Database->isDefault());
+    EXPECT_EQ(frame_colour(menu->Frame_Changes), colours::Form_Background);
+}
+
+TEST_F(MainMenu, WithoutADatabaseTheLabelIsEmptyAndEnterLeadsToChangingIt)
+{
+    DB_Close_All();
+    bring_to_front(menu);
+    EXPECT_EQ(menu->lbl_Current_DB_Name->text(), QString());
+    EXPECT_TRUE(menu->cmd_Change_Database->isDefault());
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("This screen is not available yet."), engine::answer::Ok, engine::mb::OkOnly);
+    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : menu.data(), Qt::Key_Return);
+    settle();
+    EXPECT_TRUE(menu->isVisible());
+}
+
+TEST_F(MainMenu, ACommandOpensItsScreenAndTheScreensExitComesBack)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    bring_to_front(menu);
+    click(menu->cmd_Teachers);
+    frm_Teachers* teachers = loaded<frm_Teachers>("frm_Teachers");
+    ASSERT_NE(teachers, nullptr);
+    EXPECT_TRUE(teachers->isVisible());
+    EXPECT_FALSE(menu->isVisible());
+    EXPECT_EQ(teachers->txt_Nickname->text(), QStringLiteral("Ada"));
+
+    teachers->mnu_Exit->trigger();
+    settle();
+    EXPECT_EQ(loaded<frm_Teachers>("frm_Teachers"), nullptr);
+    EXPECT_TRUE(menu->isVisible());
+}
+
+TEST_F(MainMenu, ScreensNotYetBuiltSaySoAndNothingElseHappens)
+{
+    bring_to_front(menu);
+    ScriptedBoxes boxes;
+    for (int i = 0; i < 4; ++i)
+        boxes.expect(QStringLiteral("This screen is not available yet."), engine::answer::Ok, engine::mb::OkOnly);
+    click(menu->cmd_Pupils);
+    click(menu->cmd_Auto_Invoice);
+    menu->mnu_Refresh_db->trigger();
+    menu->Open_Screen(1);
+    menu->Open_Screen(7);  // not a screen: nothing at all
+    settle();
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(Glob_Return_Form(), nullptr);
+}
+
+TEST_F(MainMenu, FamiliesAlwaysOpenAtTheFirstFamily)
+{
+    school.add_family(QStringLiteral("Archer"));
+    const int brown = school.add_family(QStringLiteral("Brown"));
+    bring_to_front(menu);
+    auto* families = qobject_cast<frm_Family*>(Load_Screen(QStringLiteral("frm_Family")));
+    ASSERT_NE(families, nullptr);
+    families->txt_Xfer_Id->setText(QString::number(brown));
+    click(menu->cmd_Families);
+    EXPECT_EQ(loaded<frm_Family>("frm_Family"), families);
+    EXPECT_EQ(families->txt_Family_Name->text(), QStringLiteral("Archer"));
+}
+
+TEST_F(MainMenu, KeepingAListOfChangedPupils)
+{
+    bring_to_front(menu);
+    EXPECT_TRUE(menu->Opt_No_List->isChecked());
+    click(menu->Opt_Save_List);
+    EXPECT_TRUE(Glob_Keep_Changed_List());
+    Glob_Add_Changed_Pupil(7);
+    Glob_Add_Changed_Pupil(7);
+    Glob_Add_Changed_Pupil(9);
+    EXPECT_EQ(Changed_Pupils().chosen(), (QVector<qint32>{7, 9}));
+
+    click(menu->Opt_Save_List);  // choosing it again starts a new list
+    EXPECT_TRUE(Changed_Pupils().is_empty());
+
+    click(menu->Opt_No_List);
+    Glob_Add_Changed_Pupil(11);
+    EXPECT_TRUE(Changed_Pupils().is_empty());
+
+    // Coming back to the menu shows the choice without acting on it.
+    Glob_Keep_Changed_List() = true;
+    Glob_Add_Changed_Pupil(5);
+    menu->hide();
+    menu->show();
+    settle();
+    EXPECT_TRUE(menu->Opt_Save_List->isChecked());
+    EXPECT_EQ(Changed_Pupils().chosen(), QVector<qint32>{5});
+}
+
+TEST_F(MainMenu, ANoToTheClosingQuestionLeavesEverythingAsItWas)
+{
+    bring_to_front(menu);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Have you finished working with QUILLARY?"), No,
+                     engine::mb::YesNo | engine::mb::Question);
+        click(menu->cmd_exit);
+    }
+    ASSERT_TRUE(menu);
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_NE(Current_Db(), nullptr);
+}
+
+TEST_F(MainMenu, YesEndsTheProgramWithEveryScreenAndDatabaseClosed)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    bring_to_front(menu);
+    click(menu->cmd_Teachers);
+    // A screen left loaded (hidden) goes too.
+    QPointer<QWidget> teachers = Loaded_Screen(QStringLiteral("frm_Teachers"));
+    ASSERT_TRUE(teachers);
+    teachers->hide();
+    bring_to_front(menu);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Have you finished working with QUILLARY?"), Yes);
+    click(menu->cmd_exit);
+    settle();
+    EXPECT_FALSE(menu);
+    EXPECT_FALSE(teachers);
+    EXPECT_EQ(Current_Db(), nullptr);
+    EXPECT_EQ(Main_Menu(), nullptr);
+}
+
+TEST_F(MainMenu, TheWindowsCloseBoxEndsWithoutAsking)
+{
+    bring_to_front(menu);
+    menu->close();
+    settle();
+    EXPECT_FALSE(menu);
+    EXPECT_EQ(Current_Db(), nullptr);
+}
+
+TEST_F(MainMenu, AboutShowsTheVersionAndGoesBack)
+{
+    bring_to_front(menu);
+    menu->mnu_About->trigger();
+    settle();
+    frm_About* about = loaded<frm_About>("frm_About");
+    ASSERT_NE(about, nullptr);
+    EXPECT_EQ(about->windowTitle(), QStringLiteral("About"));
+    EXPECT_EQ(about->lbl_app_revision->text(), QStringLiteral("%1.%2.%3")
+                                                   .arg(QUILLARY_VERSION_MAJOR)
+                                                   .arg(QUILLARY_VERSION_MINOR)
+                                                   .arg(QUILLARY_VERSION_PATCH));
+    EXPECT_TRUE(about->lbl_ini_file->text().contains(QStringLiteral("Startup")));
+    about->mnu_exit->trigger();
+    settle();
+    EXPECT_TRUE(menu->isVisible());
+}
+
+TEST_F(MainMenu, TheLogViewerShowsTheEndOfTheLog)
+{
+    QFile log(Current_Log_File());
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    for (int i = 1; i <= 200; ++i)
+        log.write(QStringLiteral("2026-01-01 10:00:00 -- globals    : entry %1 .\n").arg(i).toUtf8());
+    log.close();
+    bring_to_front(menu);
+    menu->mnu_View_Auditlog->trigger();
+    settle();
+    frm_auditlog* viewer = loaded<frm_auditlog>("frm_auditlog");
+    ASSERT_NE(viewer, nullptr);
+    EXPECT_TRUE(viewer->txt_Audit->toPlainText().contains(QStringLiteral("entry 200 .")));
+    EXPECT_TRUE(viewer->txt_Audit->toPlainText().contains(QStringLiteral("--  End of File  --")));
+    EXPECT_FALSE(viewer->txt_Audit->toPlainText().contains(QStringLiteral("entry 1 .")));
+    EXPECT_TRUE(viewer->cmd_Up->isEnabled());
+    EXPECT_FALSE(viewer->cmd_Down->isEnabled());
+    click(viewer->cmd_Up);
+    EXPECT_TRUE(viewer->cmd_Down->isEnabled());
+    viewer->mnu_exit->trigger();
+    settle();
+    EXPECT_TRUE(menu->isVisible());
+}
+
+TEST_F(MainMenu, HelpOpensTheManualsPageForTheScreen)
+{
+    QTemporaryDir install;
+    set_install_folder_for_tests(install.path());
+    QDir(install.path()).mkdir(QStringLiteral("manual"));
+    for (const char* page : {"1000.html", "1010.html"}) {
+        QFile file(install.filePath(QStringLiteral("manual/") + QString::fromLatin1(page)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    QStringList opened;
+    set_help_opener([&opened](const QUrl& url) {
+        opened << url.fileName();
+        return true;
+    });
+    bring_to_front(menu);
+    menu->mnu_Help[2]->trigger();
+    menu->mnu_Help[1]->trigger();
+    menu->mnu_Help[3]->trigger();  // no contents page: nothing
+    EXPECT_EQ(opened, (QStringList{QStringLiteral("1010.html"), QStringLiteral("1000.html")}));
+    set_help_opener(nullptr);
+    set_install_folder_for_tests(QString());
+}
+
+}  // namespace

@@ -1,0 +1,441 @@
+// The record-editing pattern as a secretary meets it on the Teachers screen,
+// and the teachers' own rules.
+
+#include "ui/frm_teachers.h"
+
+#include "engine/msg_box.h"
+#include "engine/recordset.h"
+#include "screen_driver.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+#include "ui/screen_kit.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+using engine::answer::No;
+using engine::answer::Yes;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+class TeachersScreen : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
+        set_main_menu(&menu);
+    }
+    void TearDown() override
+    {
+        if (screen)
+            Unload(screen);
+        settle();
+        set_main_menu(nullptr);
+        Glob_Return_Form() = nullptr;
+    }
+
+    frm_Teachers* open()
+    {
+        screen = new frm_Teachers;
+        bring_to_front(screen);
+        return screen;
+    }
+
+    QString shown_name() const { return screen->cmb_Names->currentText(); }
+
+    testing_support::CurrentSchool school;
+    QWidget menu;
+    QPointer<frm_Teachers> screen;
+};
+
+// ---- Opening and moving ----
+
+TEST_F(TeachersScreen, AnEmptyTableOpensReadyToAddTheFirstTeacher)
+{
+    open();
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Teacher"));
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Name);
+}
+
+TEST_F(TeachersScreen, OpensAtTheFirstTeachingNameInOrder)
+{
+    school.add_teacher(QStringLiteral("Miss Pru"), QStringLiteral("Prudence"), QStringLiteral("Hale"));
+    school.add_teacher(QStringLiteral("Madame Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));
+    open();
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    EXPECT_EQ(screen->cmb_Names->count(), 2);
+    EXPECT_EQ(shown_name(), QStringLiteral("Madame Ada"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Madame Ada"));
+    EXPECT_EQ(screen->txt_Surname->text(), QStringLiteral("Ward"));
+    EXPECT_EQ(frame_colour(screen), colours::Form_Background);
+    EXPECT_EQ(frame_colour(screen->frame_status), colours::Form_Background);
+    EXPECT_EQ(frame_colour(screen->frame_Navigation), colours::Form_Background);
+}
+
+TEST_F(TeachersScreen, NextOnTheLastTeacherStaysThereAndSaysSoInTheStatusLine)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"));
+    open();
+    click(screen->cmd_Last);
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Bea"));
+    click(screen->cmd_Next);  // no box is scripted: none may appear
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("There are no more records"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Bea"));
+    EXPECT_EQ(shown_name(), QStringLiteral("Bea"));
+
+    click(screen->cmd_First);
+    EXPECT_EQ(screen->txt_Status->text(), QString());
+    click(screen->cmd_Prev);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("There are no more records"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
+}
+
+TEST_F(TeachersScreen, ChoosingANameInTheListShowsThatTeacher)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"), QStringLiteral("Beatrice"));
+    open();
+    screen->cmb_Names->setFocus();
+    QTest::keyClick(screen->cmb_Names, Qt::Key_Down);
+    settle();
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Bea"));
+    EXPECT_EQ(screen->txt_Name->text(), QStringLiteral("Beatrice"));
+}
+
+// ---- Editing starts when a changed field is left ----
+
+TEST_F(TeachersScreen, TypingOnAnEmptyTableWithoutAddNewIsRefusedAndUndone)
+{
+    open();
+    click(screen->cmd_Cancel);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Addition cancelled"));
+
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There is no record to edit. \nChoose a Teaching Name to edit, or press Add New"), Yes,
+                 engine::mb::OkOnly);
+    type_into(screen->txt_Surname, QStringLiteral("Smith"));
+    tab_out(screen->txt_Surname);
+    EXPECT_EQ(screen->txt_Surname->text(), QString());
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 0);
+}
+
+TEST_F(TeachersScreen, LeavingAChangedFieldStartsAnEditAndHighlightsIt)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    type_into(screen->txt_Phone_1, QStringLiteral("01234 567890"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    tab_out(screen->txt_Phone_1);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_EQ(field_colour(screen->txt_Phone_1), colours::Highlight);
+    EXPECT_EQ(field_colour(screen->txt_Phone_2), colours::At_Rest);
+
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ada updated successfully"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    EXPECT_EQ(field_colour(screen->txt_Phone_1), colours::At_Rest);
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Teacher_Phone1 FROM Teachers")).toString(),
+              QStringLiteral("01234 567890"));
+}
+
+TEST_F(TeachersScreen, EnterMovesToTheNextFieldLikeTab)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    type_into(screen->txt_Name, QStringLiteral("Adeline"));
+    QTest::keyClick(screen->txt_Name, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Surname);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+}
+
+TEST_F(TeachersScreen, ChoosingAnotherNameDuringAnEditIsRefusedAndTheListComesBack)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"));
+    open();
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    tab_out(screen->txt_Surname);
+    ASSERT_EQ(screen->EditMode(), engine::editmode::InProgress);
+
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are outstanding changes."));
+    screen->cmb_Names->setFocus();
+    QTest::keyClick(screen->cmb_Names, Qt::Key_Down);
+    settle();
+    EXPECT_EQ(shown_name(), QStringLiteral("Ada"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
+    EXPECT_EQ(screen->txt_Surname->text(), QStringLiteral("Ward"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+}
+
+TEST_F(TeachersScreen, NavigationAndAddAreRefusedWhileChangesAreOutstanding)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"));
+    open();
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    tab_out(screen->txt_Surname);
+
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There are changes outstanding - cannot move"))
+        .expect(QStringLiteral("There are changes already in progress"))
+        .expect(QStringLiteral("There are changes in progress - cannot delete"));
+    click(screen->cmd_Next);
+    click(screen->cmd_Add);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+}
+
+TEST_F(TeachersScreen, CancelPutsBackWhatTheRecordHolds)
+{
+    school.add_teacher(QStringLiteral("Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));
+    open();
+    retype(screen->txt_Surname, QStringLiteral("Smith"));
+    tab_out(screen->txt_Surname);
+    click(screen->cmd_Cancel);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Change cancelled"));
+    EXPECT_EQ(screen->txt_Surname->text(), QStringLiteral("Ward"));
+    EXPECT_EQ(field_colour(screen->txt_Surname), colours::At_Rest);
+    click(screen->cmd_Cancel);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Nothing to cancel"));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("No changes to update"));
+}
+
+// ---- Adding and updating ----
+
+TEST_F(TeachersScreen, AddingATeacherSavesEveryFieldAndShowsItInTheList)
+{
+    school.add_teacher(QStringLiteral("Zoe"));
+    open();
+    click(screen->cmd_Add);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Teacher"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QString());
+    type_into(screen->txt_Name, QStringLiteral("Ada"));
+    tab_out(screen->txt_Name);
+    EXPECT_EQ(field_colour(screen->txt_Name), colours::Highlight);
+    type_into(screen->txt_Nickname, QStringLiteral("Madame Ada"));
+    type_into(screen->txt_Exam_Ref_No, QStringLiteral("12"));
+    click(screen->cmd_Update);
+
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Madame Ada added successfully"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    EXPECT_EQ(screen->cmb_Names->count(), 2);
+    EXPECT_EQ(shown_name(), QStringLiteral("Madame Ada"));
+    EXPECT_EQ(field_colour(screen->txt_Name), colours::At_Rest);
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Teacher_Exam_No FROM Teachers WHERE Teacher_Name = 'Ada'")).toInt(), 12);
+}
+
+TEST_F(TeachersScreen, AnExamNumberBeyondTheFieldsRangeIsRefusedAndTheAddGoesOn)
+{
+    open();
+    type_into(screen->txt_Nickname, QStringLiteral("Ada"));
+    type_into(screen->txt_Exam_Ref_No, QStringLiteral("40000"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The latest exam reference number must be a number"), Yes, engine::mb::OkOnly);
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Exam_Ref_No);
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 0);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The latest exam reference number must be a number"));
+        retype(screen->txt_Exam_Ref_No, QStringLiteral("twelve"));
+        click(screen->cmd_Update);
+    }
+    retype(screen->txt_Exam_Ref_No, QString());
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ada added successfully"));
+    EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Teacher_Exam_No FROM Teachers")).isNull());
+}
+
+TEST_F(TeachersScreen, TheTitleIsRequiredAndMayNotHoldQuotes)
+{
+    open();
+    type_into(screen->txt_Name, QStringLiteral("Ada"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("There must be a Teaching name"));
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The title cannot include quotes"));
+        type_into(screen->txt_Nickname, QStringLiteral("Ada \"the best\""));
+        tab_out(screen->txt_Nickname);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The teaching name cannot include quotes"));
+        screen->cmd_Update_Click();
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+}
+
+TEST_F(TeachersScreen, ADuplicateTeachingNameKeepsTheEditInProgress)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"));
+    open();
+    click(screen->cmd_Next);
+    retype(screen->txt_Nickname, QStringLiteral("Ada"));
+    tab_out(screen->txt_Nickname);
+    ASSERT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The Teaching Name must be unique"), Yes, engine::mb::OkOnly);
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
+    EXPECT_EQ(field_colour(screen->txt_Nickname), colours::Highlight);
+
+    retype(screen->txt_Nickname, QStringLiteral("Beatrix"));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Beatrix updated successfully"));
+    EXPECT_EQ(shown_name(), QStringLiteral("Beatrix"));
+}
+
+TEST_F(TeachersScreen, TwoTeachersWithTheSameFirstNameAndSurnameAreRefused)
+{
+    school.add_teacher(QStringLiteral("Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));
+    open();
+    click(screen->cmd_Add);
+    type_into(screen->txt_Nickname, QStringLiteral("Miss Ward"));
+    type_into(screen->txt_Name, QStringLiteral("Ada"));
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("The Teaching Name must be unique"));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 1);
+}
+
+// ---- Deleting ----
+
+TEST_F(TeachersScreen, DeletingFromTheMiddleLandsOnTheFirstTeacher)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_teacher(QStringLiteral("Bea"));
+    school.add_teacher(QStringLiteral("Cy"));
+    open();
+    click(screen->cmd_Next);
+    ASSERT_EQ(screen->txt_Nickname->text(), QStringLiteral("Bea"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Bea"), Yes, engine::mb::YesNo | engine::mb::Question);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Bea deleted"));
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
+    EXPECT_EQ(shown_name(), QStringLiteral("Ada"));
+    EXPECT_EQ(screen->cmb_Names->count(), 2);
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 2);
+}
+
+TEST_F(TeachersScreen, ANoToTheDeletionQuestionKeepsTheTeacher)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Ada"), No);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion cancelled"));
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 1);
+}
+
+TEST_F(TeachersScreen, ATeacherOnACourseCantBeDeletedAndIsToldHowMany)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    school.add_course(QStringLiteral("Ballet 1"), ada);
+    school.add_course(QStringLiteral("Tap 2"), ada);
+    open();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Ada"), Yes)
+        .expect(QStringLiteral("This teacher is teaching 2 courses so cannot be deleted."), Yes, engine::mb::OkOnly);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion abandoned"));
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 1);
+    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
+}
+
+TEST_F(TeachersScreen, DeletingTheLastTeacherSaysSoAndTheNextOpeningStartsAnAdd)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Do you really want to delete Ada"), Yes)
+            .expect(QStringLiteral("There are no more records"));
+        click(screen->cmd_Delete);
+    }
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ada deleted"));
+    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 0);
+    screen->hide();
+    screen->show();
+    settle();
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Teacher"));
+}
+
+// ---- Leaving ----
+
+TEST_F(TeachersScreen, ExitWithTheFocusStillInAnEditedFieldAsksAndYesSavesAndStays)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("You have made changes that have not been stored in the database.\n"
+                                "Do you wish to save the changes?"),
+                 Yes, engine::mb::YesNo | engine::mb::Question);
+    screen->mnu_Exit->trigger();
+    settle();
+    ASSERT_TRUE(screen);
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ada updated successfully"));
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Teacher_SurName FROM Teachers")).toString(), QStringLiteral("Ward"));
+}
+
+TEST_F(TeachersScreen, ExitWithNoDropsTheChangeAndGoesBackToTheMenu)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("You have made changes"), No);
+    screen->mnu_Exit->trigger();
+    settle();
+    EXPECT_FALSE(screen);
+    EXPECT_TRUE(menu.isVisible());
+    EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Teacher_SurName FROM Teachers")).isNull());
+}
+
+TEST_F(TeachersScreen, TheWindowsCloseBoxAsksLikeExit)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    open();
+    type_into(screen->txt_Surname, QStringLiteral("Ward"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("You have made changes"), Yes);
+    screen->close();
+    settle();
+    ASSERT_TRUE(screen);
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Teacher_SurName FROM Teachers")).toString(), QStringLiteral("Ward"));
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+#pragma once
+// Driving real screens as a user would: opening them in front, typing into a
+// field, leaving it with Tab, clicking commands. The screens run on the
+// offscreen platform, where focus changes need an active window.
+
+#include "ui/switch_screen.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QTest>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+namespace screen_driver {
+
+// Lets queued work (deferred deletes, focus given back later) happen.
+inline void settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+inline void bring_to_front(QWidget* screen)
+{
+    screen->show();
+    screen->raise();
+    screen->activateWindow();
+    QApplication::setActiveWindow(screen);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(screen)) << screen->objectName().toStdString();
+    settle();
+}
+
+// Puts the focus in a field and types, as a user does.
+inline void type_into(QWidget* field, const QString& text)
+{
+    field->setFocus(Qt::MouseFocusReason);
+    QTest::keyClicks(field, text);
+}
+
+// Replaces the field's text by typing.
+inline void retype(QLineEdit* field, const QString& text)
+{
+    field->setFocus(Qt::MouseFocusReason);
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+// Leaves the field that has the focus, by Tab.
+inline void tab_out(QWidget* field)
+{
+    QTest::keyClick(field, Qt::Key_Tab);
+    settle();
+}
+
+inline void click(QAbstractButton* button)
+{
+    // A radio button or check box answers on its box and text, at its left.
+    const bool box_at_left = qobject_cast<QRadioButton*>(button) || qobject_cast<QCheckBox*>(button);
+    const QPoint where = box_at_left ? QPoint(8, button->height() / 2) : button->rect().center();
+    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, where);
+    settle();
+}
+
+}  // namespace screen_driver

@@ -1,0 +1,51 @@
+// The screen tests need one QApplication for the whole run; GoogleTest's own
+// main makes none, so a global environment does.
+
+#include <QApplication>
+#include <QByteArray>
+#include <cstdio>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The offscreen platform can't raise windows, and says so each time a screen
+// comes to the front; that says nothing about the screens.
+QtMessageHandler standard_handler = nullptr;
+
+void quiet_about_raise(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (message.contains(QLatin1String("does not support raise()")))
+        return;
+    if (standard_handler)
+        standard_handler(type, context, message);
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
+}
+
+class QtApplicationEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", QByteArray("offscreen"));
+        standard_handler = qInstallMessageHandler(quiet_about_raise);
+        app_ = new QApplication(argc_, argv_);
+    }
+    void TearDown() override
+    {
+        delete app_;
+        app_ = nullptr;
+    }
+
+private:
+    int argc_ = 1;
+    char name_[8] = "test_ui";
+    char* argv_[2] = {name_, nullptr};
+    QApplication* app_ = nullptr;
+};
+
+[[maybe_unused]] ::testing::Environment* const registered =
+    ::testing::AddGlobalTestEnvironment(new QtApplicationEnvironment);
+
+}  // namespace
