@@ -157,7 +157,7 @@ private:
             const QString address = QStringLiteral("%1 %2").arg(2 + dice_.below(90)).arg(streets[f % streets.size()]);
             int family = 0;
             if (!add(QStringLiteral("Families"),
-                     {{"Family_Name", surname}, {"Family_Address", address}, {"Family_Address2", "Bellwood"},
+                     {{"Family_Name", surname}, {"Family_Address", address}, {"Family_Address3", "Bellwood"}, {"Family_Address4", "Westshire"},
                       {"Family_PostCode", QStringLiteral("BW%1 %2AB").arg(1 + f % 4).arg(1 + f % 9)},
                       {"Family_Phone_1", QStringLiteral("01632 96%1").arg(1000 + f * 37, 4, 10, QLatin1Char('0'))},
                       {"Family_Correspondence", QStringLiteral("Mr and Mrs %1").arg(surname)}},
