@@ -22,8 +22,30 @@ inline constexpr int Main_Menu = 1010;
 inline constexpr int Audit_Log = 1020;
 inline constexpr int About = 1030;
 inline constexpr int Select_File = 1040;
+inline constexpr int Change_Defaults = 1050;
+inline constexpr int Preferences = 1060;
+inline constexpr int Change_Database = 1210;
+inline constexpr int Database_Control = 1220;
+inline constexpr int Database_Statistics = 1230;
+inline constexpr int Term_Dates = 1410;
+inline constexpr int Automated_Invoices = 1510;
+inline constexpr int Invoices = 1520;
+inline constexpr int Invoice_Lines = 1530;
+inline constexpr int Receipts = 1540;
 inline constexpr int Families = 1610;
+inline constexpr int Pupils = 1620;
+inline constexpr int Pupil_Import = 1630;
 inline constexpr int Teachers = 1640;
+inline constexpr int Courses = 1710;
+inline constexpr int Course_Register = 1720;
+inline constexpr int Activities = 1810;
+inline constexpr int Activity_Dates = 1820;
+inline constexpr int Activity_Register = 1830;
+inline constexpr int Exam_Timetable = 1840;
+inline constexpr int Activity_Results = 1850;
+inline constexpr int Reports = 1910;
+inline constexpr int Report_Selections = 1920;
+inline constexpr int Report_Messages = 1930;
 }  // namespace context
 
 // The manual's folder; empty when it isn't there, which means "no help file".
