@@ -350,6 +350,85 @@ void rewrite_delete_star(QList<JetToken>& tokens)
     }
 }
 
+// The name a select-list item gives its column: the name after AS, or the
+// column itself for a plain or qualified column; empty for anything else.
+QString item_name(const QList<JetToken>& tokens, qsizetype begin, qsizetype end)
+{
+    QList<qsizetype> significant;
+    for (qsizetype i = begin; i < end; ++i)
+        if (!is_blank(tokens[i]))
+            significant << i;
+    const auto name_of = [&tokens](qsizetype i) {
+        const JetToken& t = tokens[i];
+        if (t.kind == JetTokenKind::Word)
+            return t.text;
+        return t.kind == JetTokenKind::Bracketed ? quoted_name_value(t) : QString();
+    };
+    const qsizetype n = significant.size();
+    if (n >= 3 && tokens[significant[n - 2]].is_word(QLatin1String("as")))
+        return name_of(significant[n - 1]);
+    if (n == 1 || (n == 3 && tokens[significant[1]].is_symbol(QLatin1String("."))))
+        return name_of(significant[n - 1]);
+    return QString();
+}
+
+// The names of a select list that starts at `from`, or false when an item
+// has none (an expression without AS, or a '*').
+bool select_list_names(const QList<JetToken>& tokens, qsizetype from, QStringList& names)
+{
+    qsizetype i = next_significant(tokens, from);
+    while (i < tokens.size() && (tokens[i].is_word(QLatin1String("distinct")) || tokens[i].is_word(QLatin1String("all"))
+                                 || tokens[i].is_word(QLatin1String("distinctrow"))))
+        i = next_significant(tokens, i + 1);
+    int depth = 0;
+    qsizetype item = i;
+    for (; i <= tokens.size(); ++i) {
+        const bool at_end = i == tokens.size() || (depth == 0 && (tokens[i].is_word(QLatin1String("from"))
+                                                                  || tokens[i].is_symbol(QLatin1String(";"))));
+        if (at_end || (depth == 0 && tokens[i].is_symbol(QLatin1String(",")))) {
+            const QString name = item_name(tokens, item, i);
+            if (name.isEmpty())
+                return false;
+            names << name;
+            item = i + 1;
+            if (at_end)
+                return true;
+        } else if (tokens[i].is_symbol(QLatin1String("("))) {
+            ++depth;
+        } else if (tokens[i].is_symbol(QLatin1String(")"))) {
+            --depth;
+        }
+    }
+    return true;
+}
+
+// Jet fills the columns of "INSERT INTO t SELECT ..." by the names the select
+// list gives them, SQLite by position: where every item has a name, those
+// names become the insert's column list.
+void name_insert_columns(QList<JetToken>& tokens)
+{
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        if (!tokens[i].is_word(QLatin1String("insert")))
+            continue;
+        const qsizetype into = next_significant(tokens, i + 1);
+        if (into >= tokens.size() || !tokens[into].is_word(QLatin1String("into")))
+            continue;
+        const qsizetype table = next_significant(tokens, into + 1);
+        if (table >= tokens.size()
+            || (tokens[table].kind != JetTokenKind::Word && tokens[table].kind != JetTokenKind::Bracketed))
+            continue;
+        const qsizetype select = next_significant(tokens, table + 1);
+        QStringList names;
+        if (select >= tokens.size() || !tokens[select].is_word(QLatin1String("select"))
+            || !select_list_names(tokens, select + 1, names))
+            continue;
+        QStringList columns;
+        for (const QString& name : names)
+            columns << QLatin1Char('[') + name + QLatin1Char(']');
+        tokens.insert(table + 1, JetToken{JetTokenKind::Symbol, QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')')});
+    }
+}
+
 // '&' binds looser than arithmetic and tighter than comparisons, so each
 // operand runs, at its own bracket depth, to the nearest of these.
 bool is_boundary_keyword(const QString& word)
@@ -516,6 +595,7 @@ QString jet_to_sqlite(const QString& sql)
 {
     QList<JetToken> tokens = tokenize_jet_sql(sql);
     rewrite_delete_star(tokens);
+    name_insert_columns(tokens);
     rewrite_literals(tokens);
     return ConcatRewriter(tokens).run();
 }

@@ -255,3 +255,22 @@ TEST_F(SqlCompatSqlite, JoinedTextComparesAfterJoining)
     EXPECT_EQ(column("SELECT \"n=\" & flag + 1 FROM Holidays ORDER BY flag"),
               (QStringList{QStringLiteral("n=1"), QStringLiteral("n=2")}));
 }
+
+TEST(SqlCompatRewrite, InsertSelectGetsTheColumnsItsSelectListNames)
+{
+    EXPECT_EQ(rewritten("INSERT INTO Tmp_Activities SELECT Exam_id AS tmp_Activity_id FROM Exams"),
+              QStringLiteral("INSERT INTO Tmp_Activities ([tmp_Activity_id]) SELECT Exam_id AS tmp_Activity_id FROM Exams"));
+    EXPECT_EQ(rewritten("INSERT INTO T SELECT DISTINCT E.Exam_id, count(*) AS [n], 'x' AS label FROM E"),
+              QStringLiteral("INSERT INTO T ([Exam_id], [n], [label]) SELECT DISTINCT E.Exam_id, count(*) AS [n], 'x' AS label FROM E"));
+    // Nothing to go by: a star, an unnamed expression, or a list already given.
+    for (const char* sql : {"INSERT INTO T SELECT * FROM E", "INSERT INTO T SELECT a + 1 FROM E",
+                            "INSERT INTO T (a) SELECT b AS a FROM E", "INSERT INTO T VALUES (1)"})
+        EXPECT_EQ(rewritten(sql), QString::fromUtf8(sql));
+}
+
+TEST_F(SqlCompatSqlite, InsertSelectFillsColumnsByNameAsJetDoes)
+{
+    ASSERT_TRUE(run("CREATE TABLE Notes (flag INTEGER, note TEXT)"));
+    ASSERT_TRUE(run("INSERT INTO Notes SELECT note AS note, flag AS flag FROM Holidays WHERE flag = 1"));
+    EXPECT_EQ(column("SELECT note FROM Notes"), QStringList{QStringLiteral("New")});
+}
