@@ -14,6 +14,8 @@ namespace {
 using engine::answer::No;
 using engine::answer::Ok;
 using engine::answer::Yes;
+using testing_support::NewActivity;
+using testing_support::Row;
 using testing_support::ScriptedBoxes;
 
 const QDate exam_day(2026, 3, 14);
@@ -25,9 +27,9 @@ class ActivityInvoicingTest : public ::testing::Test {
 protected:
     ActivityInvoicingTest()
     {
-        grade_1 = school.add_activity({.title = QStringLiteral("Grade 1 Exam"), .price = 25, .expenses = 5});
-        grade_2 = school.add_activity({.title = QStringLiteral("Grade 2 Exam"), .price = 30, .level = 2});
-        show = school.add_activity({.title = QStringLiteral("Summer Show"), .type = code::exam_type::Show, .price = 12});
+        grade_1 = school.add_activity(NewActivity(QStringLiteral("Grade 1 Exam")).priced(25).with_expenses(5));
+        grade_2 = school.add_activity(NewActivity(QStringLiteral("Grade 2 Exam")).priced(30).at_level(2));
+        show = school.add_activity(NewActivity(QStringLiteral("Summer Show")).of_kind(code::exam_type::Show).priced(12));
         school.title_date(exam_day, QStringLiteral("Spring Exams"));
         school.title_date(show_day, QStringLiteral("Summer Show Night"));
         school.enter(school.amy, grade_1, exam_day);
@@ -40,10 +42,10 @@ protected:
     QStringList picked()
     {
         QStringList texts;
-        for (const QVariantMap& row : school.rows(QStringLiteral(
+        for (const Row& row : school.rows(QStringLiteral(
                  "SELECT Tmp_Activity_id, Tmp_Date FROM Tmp_Activities ORDER BY Tmp_Activity_id, Tmp_Date")))
-            texts << row.value("Tmp_Activity_id").toString() + QLatin1Char('@')
-                         + row.value("Tmp_Date").toDateTime().date().toString(Qt::ISODate);
+            texts << row["Tmp_Activity_id"].toString() + QLatin1Char('@')
+                         + row["Tmp_Date"].toDateTime().date().toString(Qt::ISODate);
         return texts;
     }
 

@@ -56,12 +56,11 @@ struct InvoicingSchool : SchoolForRuns {
         set_lessons(spring, code::weekday::Monday, 12);
         set_lessons(spring, code::weekday::Tuesday, 10);
         set_lessons(spring, code::weekday::Saturday, 11);
-        ballet = add_course({.title = QStringLiteral("Ballet Grade 1"), .day = code::weekday::Monday, .lesson_price = 10});
-        tap = add_course({.title = QStringLiteral("Tap Beginners"), .day = code::weekday::Tuesday, .duration = 45});
-        jazz = add_course({.title = QStringLiteral("Jazz Seniors"), .day = code::weekday::Saturday, .lesson_price = 8.5,
-                           .type = QStringLiteral("150")});
-        modern = add_course({.title = QStringLiteral("Modern"), .day = code::weekday::Monday, .lesson_price = 10,
-                             .cancelled = true});
+        ballet = add_course(NewCourse(QStringLiteral("Ballet Grade 1")).on(code::weekday::Monday).priced(10));
+        tap = add_course(NewCourse(QStringLiteral("Tap Beginners")).on(code::weekday::Tuesday).lasting(45));
+        jazz = add_course(
+            NewCourse(QStringLiteral("Jazz Seniors")).on(code::weekday::Saturday).priced(8.5).of_type(QStringLiteral("150")));
+        modern = add_course(NewCourse(QStringLiteral("Modern")).on(code::weekday::Monday).priced(10).no_longer_running());
 
         ashby = add_family(QStringLiteral("Ashby"));
         amy = add_pupil(ashby, QStringLiteral("Amy"));
@@ -83,23 +82,23 @@ struct InvoicingSchool : SchoolForRuns {
     QStringList invoices()
     {
         QStringList texts;
-        for (const QVariantMap& row : rows(QStringLiteral(
+        for (const Row& row : rows(QStringLiteral(
                  "SELECT F.Family_Name, I.Invoice_Reason, I.Invoice_Generated FROM Invoices I "
                  "INNER JOIN Families F ON F.Family_id = I.Invoice_Family_Id ORDER BY F.Family_Name")))
-            texts << QStringLiteral("%1|%2|%3").arg(row.value("Family_Name").toString(), row.value("Invoice_Reason").toString(),
-                                                    row.value("Invoice_Generated").toString());
+            texts << QStringLiteral("%1|%2|%3").arg(row["Family_Name"].toString(), row["Invoice_Reason"].toString(),
+                                                    row["Invoice_Generated"].toString());
         return texts;
     }
     // The lines, one text per line: "family|description|type|amount".
     QStringList lines()
     {
         QStringList texts;
-        for (const QVariantMap& row : rows(QStringLiteral(
+        for (const Row& row : rows(QStringLiteral(
                  "SELECT F.Family_Name, L.Description, L.Inv_Line_Type, L.Amount FROM Invoice_Lines L "
                  "INNER JOIN Invoices I ON I.Invoice_id = L.Inv_Line_Inv_id "
                  "INNER JOIN Families F ON F.Family_id = I.Invoice_Family_Id ORDER BY F.Family_Name, L.Description")))
-            texts << QStringLiteral("%1|%2|%3|%4").arg(row.value("Family_Name").toString(), row.value("Description").toString(),
-                                                       row.value("Inv_Line_Type").toString(), money_text(row.value("Amount")));
+            texts << QStringLiteral("%1|%2|%3|%4").arg(row["Family_Name"].toString(), row["Description"].toString(),
+                                                       row["Inv_Line_Type"].toString(), money_text(row["Amount"]));
         return texts;
     }
 

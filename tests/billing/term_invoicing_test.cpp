@@ -26,6 +26,7 @@ QString without_table(const QString& dump, const QString& table)
 using engine::answer::No;
 using engine::answer::Ok;
 using engine::answer::Yes;
+using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
 
 const QString raised = QStringLiteral("Term invoices raised. Script successfully applied");
@@ -151,7 +152,7 @@ TEST_F(TermInvoicingTest, WithNoTermChosenTheRunIsRefused)
 
 TEST_F(TermInvoicingTest, CancellingAtTheCostCheckLeavesEverythingAsItWas)
 {
-    school.add_course({.title = QStringLiteral("Hip Hop"), .day = code::weekday::Wednesday});  // no lessons that day
+    school.add_course(NewCourse(QStringLiteral("Hip Hop")).on(code::weekday::Wednesday));  // no lessons that day
     Sel_Terms().append(school.spring);
     screen.prepare();
     const QString before = school.dump();
@@ -167,7 +168,7 @@ TEST_F(TermInvoicingTest, CancellingAtTheCostCheckLeavesEverythingAsItWas)
 
 TEST_F(TermInvoicingTest, GoingOnPastTheCostCheckInvoicesTheCostedCourses)
 {
-    const int hip_hop = school.add_course({.title = QStringLiteral("Hip Hop"), .day = code::weekday::Wednesday});
+    const int hip_hop = school.add_course(NewCourse(QStringLiteral("Hip Hop")).on(code::weekday::Wednesday));
     school.put_on_course(school.eve, hip_hop);
     Sel_Terms().append(school.spring);
     ScriptedBoxes boxes;

@@ -12,6 +12,8 @@
 namespace {
 
 using engine::answer::Ok;
+using testing_support::NewCourse;
+using testing_support::Rows;
 using testing_support::ScriptedBoxes;
 
 // Spring term 2026: Thursday 1 January to Tuesday 31 March.
@@ -42,7 +44,7 @@ protected:
                 return n;
         return -1;
     }
-    std::vector<QVariantMap> lessons(int term)
+    Rows lessons(int term)
     {
         return school.rows(QStringLiteral("SELECT * FROM Number_Lessons WHERE Term_Id = %1 ORDER BY Day_Number").arg(term));
     }
@@ -112,13 +114,13 @@ TEST_F(TermCalendarTest, SavingANewTermStoresSevenLessonCountsWithDatesAndHolida
     ASSERT_EQ(rows.size(), 7u);
     const int expected[7] = {13, 12, 13, 12, 13, 13, 11};  // Sunday first
     for (int day = 0; day < 7; ++day)
-        EXPECT_EQ(rows[day].value("Num_Lessons").toInt(), expected[day]) << day;
-    EXPECT_EQ(rows[6].value("Hols_Str").toString(), QStringLiteral("03-Jan, 10-Jan"));
-    EXPECT_EQ(rows[1].value("Hols_Str").toString(), QStringLiteral("16-Feb"));
-    EXPECT_EQ(rows[0].value("Hols_Str").toString(), QString());
-    EXPECT_EQ(rows[4].value("First_Date").toDateTime().date(), spring_start);
-    EXPECT_EQ(rows[2].value("Last_Date").toDateTime().date(), spring_end);
-    EXPECT_EQ(rows[6].value("First_Date").toDateTime().date(), QDate(2026, 1, 3));  // a holiday, still the first
+        EXPECT_EQ(rows[day]["Num_Lessons"].toInt(), expected[day]) << day;
+    EXPECT_EQ(rows[6]["Hols_Str"].toString(), QStringLiteral("03-Jan, 10-Jan"));
+    EXPECT_EQ(rows[1]["Hols_Str"].toString(), QStringLiteral("16-Feb"));
+    EXPECT_EQ(rows[0]["Hols_Str"].toString(), QString());
+    EXPECT_EQ(rows[4]["First_Date"].toDateTime().date(), spring_start);
+    EXPECT_EQ(rows[2]["Last_Date"].toDateTime().date(), spring_end);
+    EXPECT_EQ(rows[6]["First_Date"].toDateTime().date(), QDate(2026, 1, 3));  // a holiday, still the first
     EXPECT_TRUE(calendar.Check_Totals(term));
 }
 
@@ -128,10 +130,10 @@ TEST_F(TermCalendarTest, WhatIsShownIsWhatIsStoredAndAShortTermKeepsTheZeroDate)
     ASSERT_TRUE(save());
     const auto rows = lessons(calendar.boxes.term_id.toInt());
     ASSERT_EQ(rows.size(), 7u);
-    EXPECT_EQ(rows[0].value("Num_Lessons").toInt(), 0);
-    EXPECT_EQ(rows[0].value("Last_Date").toDateTime().date(), engine::zero_date());
-    EXPECT_EQ(rows[0].value("First_Date").toDateTime().date(), QDate(2026, 1, 11));
-    EXPECT_EQ(rows[3].value("Num_Lessons").toInt(), 1);
+    EXPECT_EQ(rows[0]["Num_Lessons"].toInt(), 0);
+    EXPECT_EQ(rows[0]["Last_Date"].toDateTime().date(), engine::zero_date());
+    EXPECT_EQ(rows[0]["First_Date"].toDateTime().date(), QDate(2026, 1, 11));
+    EXPECT_EQ(rows[3]["Num_Lessons"].toInt(), 1);
 }
 
 TEST_F(TermCalendarTest, UpdatingAStoredTermReplacesItsLessonCounts)
@@ -148,7 +150,7 @@ TEST_F(TermCalendarTest, UpdatingAStoredTermReplacesItsLessonCounts)
     EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 1);
     const auto rows = lessons(id.toInt());
     ASSERT_EQ(rows.size(), 7u);
-    EXPECT_EQ(rows[6].value("Num_Lessons").toInt(), 5);
+    EXPECT_EQ(rows[6]["Num_Lessons"].toInt(), 5);
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("Spring (short)"));
 }
 
@@ -203,7 +205,7 @@ TEST_F(TermCalendarTest, DeletingTheOnlyTermClearsAllHolidays)
     const int term = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
     school.set_lessons(term, 2, 12);
     school.exec(QStringLiteral("INSERT INTO Tmp_CourseCosts (Tmp_Course_id, Tmp_Term_id, Tmp_Cost) VALUES (%1, %2, 10)")
-                    .arg(school.add_course({.title = QStringLiteral("Ballet 1")}))
+                    .arg(school.add_course(NewCourse(QStringLiteral("Ballet 1"))))
                     .arg(term));
     school.add_holiday(QDate(2025, 12, 25));
     school.add_holiday(QDate(2026, 2, 16));
@@ -224,7 +226,7 @@ TEST_F(TermCalendarTest, DeletingTheOldestTermKeepsHolidaysFromTheNewOldestOn)
     EXPECT_TRUE(DB_Delete_Term(autumn));
     const auto left = school.rows(QStringLiteral("SELECT Day_Off FROM Holidays ORDER BY Day_Off"));
     ASSERT_EQ(left.size(), 3u);
-    EXPECT_EQ(left[0].value("Day_Off").toDateTime().date(), QDate(2026, 1, 1));
+    EXPECT_EQ(left[0]["Day_Off"].toDateTime().date(), QDate(2026, 1, 1));
 }
 
 TEST_F(TermCalendarTest, ATermWithInvoicesCannotBeDeleted)

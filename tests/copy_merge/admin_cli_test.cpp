@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::NewActivity;
 
 namespace {
 
@@ -24,8 +25,8 @@ protected:
     {
         const int smiths = school.add_family(QStringLiteral("Smith"));
         const int anna = school.add_pupil(smiths, QStringLiteral("Anna"));
-        const int exam = school.add_activity(QStringLiteral("Grade 1"), 1);
-        const int show = school.add_activity(QStringLiteral("Summer Show"), 2);
+        const int exam = school.add_activity(NewActivity(QStringLiteral("Grade 1")));
+        const int show = school.add_activity(NewActivity(QStringLiteral("Summer Show")).of_kind(code::exam_type::Show));
         school.enter(anna, exam, QDate(2026, 3, 14));
         school.enter(anna, show, QDate(2026, 7, 4));
         school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 5), QDate(2026, 3, 27));

@@ -16,6 +16,8 @@
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::NewActivity;
+using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
 
 namespace {
@@ -50,14 +52,14 @@ protected:
         cara = school.add_pupil(jones, QStringLiteral("Cara"));
         school.exec(QStringLiteral("DELETE FROM Pupils WHERE Pupil_id = %1").arg(gone));  // ids with a gap
         const int teacher = school.add_teacher(QStringLiteral("Miss Jones"));
-        ballet = school.add_course(QStringLiteral("Ballet"));
-        tap = school.add_course(QStringLiteral("Tap"), 4);
+        ballet = school.add_course(NewCourse(QStringLiteral("Ballet")));
+        tap = school.add_course(NewCourse(QStringLiteral("Tap")).on(code::weekday::Wednesday));
         school.exec(QStringLiteral("UPDATE Courses SET Course_Teacher_id = %1").arg(teacher));
         school.put_on_course(anna, ballet);
         school.put_on_course(anna, tap);
         school.put_on_course(cara, tap);
-        const int exam = school.add_activity(QStringLiteral("Grade 1"), code::exam_type::Exam);
-        const int show = school.add_activity(QStringLiteral("Summer Show"), code::exam_type::Show);
+        const int exam = school.add_activity(NewActivity(QStringLiteral("Grade 1")));
+        const int show = school.add_activity(NewActivity(QStringLiteral("Summer Show")).of_kind(code::exam_type::Show));
         school.enter(anna, exam, exam_day);
         school.enter(cara, exam, exam_day);
         school.enter(anna, show, exam_day);

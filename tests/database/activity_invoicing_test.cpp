@@ -1,6 +1,6 @@
 #include "database/code_values.h"
 #include "engine/err.h"
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 
 #include <QSet>
 

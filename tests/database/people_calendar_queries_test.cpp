@@ -1,5 +1,5 @@
 #include "database/code_values.h"
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 
 #include <QSet>
 

@@ -5,7 +5,7 @@
 #include "engine/recordset.h"
 #include "engine/workspace.h"
 #include "database/db_handling.h"
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 #include "support/scripted_boxes.h"
 
 #include <QRegularExpression>

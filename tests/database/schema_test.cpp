@@ -6,7 +6,7 @@
 #include "engine/jet_date.h"
 #include "engine/recordset.h"
 #include "engine/workspace.h"
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 #include "shell/settings.h"
 #include "support/scripted_boxes.h"
 

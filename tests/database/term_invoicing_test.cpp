@@ -1,7 +1,7 @@
 #include "database/code_values.h"
 #include "engine/err.h"
 #include "engine/jet_date.h"
-#include "school_fixture.h"
+#include "support/school_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::NewActivity;
+using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
 
 namespace {
@@ -25,8 +27,8 @@ protected:
         const int smiths = school.add_family(QStringLiteral("Smith"));
         anna = school.add_pupil(smiths, QStringLiteral("Anna"));
         ben = school.add_pupil(smiths, QStringLiteral("Ben"));
-        ballet = school.add_course(QStringLiteral("Ballet"));
-        tap = school.add_course(QStringLiteral("Tap"));
+        ballet = school.add_course(NewCourse(QStringLiteral("Ballet")));
+        tap = school.add_course(NewCourse(QStringLiteral("Tap")));
         term = school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 5), QDate(2026, 3, 27));
         invoice = school.add_invoice(smiths, QStringLiteral("Invoice for Spring"), term);
     }
@@ -133,8 +135,8 @@ TEST_F(CourseDeletionTest, ARemovalThatChangesOtherThanTheCountRefusesAndLeavesE
 
 TEST_F(CourseDeletionTest, AnEntryOfAnActivityGoesWithItsResultsOnYes)
 {
-    const int exam = school.add_activity(QStringLiteral("Grade 1"), code::exam_type::Exam);
-    const int show = school.add_activity(QStringLiteral("Show"), code::exam_type::Show);
+    const int exam = school.add_activity(NewActivity(QStringLiteral("Grade 1")));
+    const int show = school.add_activity(NewActivity(QStringLiteral("Show")).of_kind(code::exam_type::Show));
     school.enter(anna, exam, exam_day);
     school.enter(ben, exam, exam_day.addDays(7));
     school.enter(anna, show, exam_day);
@@ -152,7 +154,7 @@ TEST_F(CourseDeletionTest, AnActivityOnInvoicesCantBeRetypedAndStaysWithItsEntri
 {
     // The stored retyping query names a column the lines don't have: it fails
     // when it runs, and the guard reports and rolls back.
-    const int exam = school.add_activity(QStringLiteral("Grade 1"), code::exam_type::Exam);
+    const int exam = school.add_activity(NewActivity(QStringLiteral("Grade 1")));
     school.enter(anna, exam, exam_day);
     school.add_line(invoice, {{"Inv_Line_Exam_id", exam},
                                                     {"Inv_Line_Type", code::inv_line_type::Activity},

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
 
 namespace {
@@ -21,7 +22,7 @@ protected:
         const int smiths = school.add_family(QStringLiteral("Smith"));
         anna = school.add_pupil(smiths, QStringLiteral("Anna"));
         ben = school.add_pupil(smiths, QStringLiteral("Ben"));
-        ballet = school.add_course(QStringLiteral("Ballet"));
+        ballet = school.add_course(NewCourse(QStringLiteral("Ballet")));
         Glob_Keep_Changed_List() = true;
     }
 
