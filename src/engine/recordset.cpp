@@ -194,13 +194,16 @@ bool Recordset::require_current() const
     return current_row() >= 0 || no_current_record();
 }
 
-bool Recordset::MoveFirst()
+// Stands on the first row not deleted, from the start or from the end; with
+// none left, both BOF and EOF.
+bool Recordset::move_to_end(bool first)
 {
     if (!require_open())
         return false;
     CancelUpdate();
     const int n = static_cast<int>(store_->rows.size());
-    for (int i = 0; i < n; ++i) {
+    for (int k = 0; k < n; ++k) {
+        const int i = first ? k : n - 1 - k;
         if (!store_->rows[i].deleted) {
             position_ = i;
             bof_ = eof_ = false;
@@ -212,22 +215,8 @@ bool Recordset::MoveFirst()
     return true;
 }
 
-bool Recordset::MoveLast()
-{
-    if (!require_open())
-        return false;
-    CancelUpdate();
-    for (int i = static_cast<int>(store_->rows.size()) - 1; i >= 0; --i) {
-        if (!store_->rows[i].deleted) {
-            position_ = i;
-            bof_ = eof_ = false;
-            return true;
-        }
-    }
-    position_ = -1;
-    bof_ = eof_ = true;
-    return true;
-}
+bool Recordset::MoveFirst() { return move_to_end(true); }
+bool Recordset::MoveLast() { return move_to_end(false); }
 
 bool Recordset::MoveNext()
 {

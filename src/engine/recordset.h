@@ -101,6 +101,7 @@ private:
     int current_row() const;  // index into the store; -1 when none
     bool find(const QString& criteria, bool forward, int from_row);
     bool begin_edit(int mode);
+    bool move_to_end(bool first);
     bool write_back_new();
     bool write_back_edit();
     bool reread_row(int row, const QString& table, qint64 key);
