@@ -2,6 +2,8 @@
 
 #include "ui/frm_about.h"
 #include "ui/frm_auditlog.h"
+#include "ui/frm_courses.h"
+#include "ui/frm_dates.h"
 #include "ui/frm_family.h"
 #include "ui/frm_teachers.h"
 #include "ui/switch_screen.h"
@@ -19,6 +21,8 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
     static const std::map<QString, std::function<QWidget*()>> screens = {
         {QStringLiteral("frm_About"), [] { return new frm_About; }},
         {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
+        {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
+        {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };

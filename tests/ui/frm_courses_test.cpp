@@ -1,0 +1,414 @@
+// The Courses screen as a secretary meets it: a course's day, time, length,
+// price and teacher, the rules they must meet, and what deleting a course
+// with pupils and invoices asks.
+
+#include "ui/frm_courses.h"
+
+#include "engine/jet_date.h"
+#include "engine/locale_source.h"
+#include "engine/msg_box.h"
+#include "engine/recordset.h"
+#include "screen_driver.h"
+#include "shell/settings.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+#include "ui/screen_kit.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+using engine::answer::No;
+using engine::answer::Yes;
+using testing_support::NewCourse;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+class CoursesScreen : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
+        set_main_menu(&menu);
+        saved_order = Settings().course_query;
+    }
+    void TearDown() override
+    {
+        if (screen)
+            Unload(screen);
+        settle();
+        set_main_menu(nullptr);
+        Glob_Return_Form() = nullptr;
+        Settings().course_query = saved_order;
+    }
+
+    frm_Courses* open()
+    {
+        screen = new frm_Courses;
+        bring_to_front(screen);
+        return screen;
+    }
+
+    void starts_at(int course, int hour, int minute)
+    {
+        const QString stored = engine::date_to_storage(QDateTime(QDate(1899, 12, 30), QTime(hour, minute), Qt::UTC));
+        school.exec(QStringLiteral("UPDATE Courses SET Course_Time = '%1' WHERE Course_id = %2").arg(stored).arg(course));
+    }
+
+    QVariant stored(const QString& column, const QString& title = QStringLiteral("Ballet 1"))
+    {
+        return school.scalar(QStringLiteral("SELECT %1 FROM Courses WHERE Course_Title = '%2'").arg(column, title));
+    }
+
+    void choose_day(int weekday)
+    {
+        lst_click(weekday);
+        settle();
+    }
+    void lst_click(int row)
+    {
+        QListWidget* list = screen->lst_Day;
+        list->setFocus(Qt::MouseFocusReason);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(row)).center());
+    }
+
+    void choose_teacher(const QString& typed)
+    {
+        QLineEdit* edit = screen->cmb_Teachers->lineEdit();
+        screen->cmb_Teachers->setFocus(Qt::MouseFocusReason);
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        QTest::keyClicks(edit, typed);
+        tab_out(screen->cmb_Teachers);
+    }
+
+    testing_support::CurrentSchool school;
+    QWidget menu;
+    QPointer<frm_Courses> screen;
+    QString saved_order;
+};
+
+// ---- Showing a course ----
+
+TEST_F(CoursesScreen, ShowsTheDayTeacherAndStartTimeOfTheCourse)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    const int bea = school.add_teacher(QStringLiteral("Bea"));
+    const int ballet = school.add_course(QStringLiteral("Ballet 1"), bea);
+    starts_at(ballet, 18, 30);
+    school.add_course(NewCourse(QStringLiteral("Tap 2")).on(code::weekday::Saturday));
+    open();
+
+    ASSERT_EQ(screen->lst_Day->count(), 8);
+    EXPECT_EQ(screen->lst_Day->item(0)->text(), QString());
+    EXPECT_EQ(screen->lst_Day->item(1)->text(), engine::locale_source().locale().dayName(Qt::Sunday));
+    EXPECT_EQ(screen->lst_Day->item(7)->text(), engine::locale_source().locale().dayName(Qt::Saturday));
+    EXPECT_EQ(screen->cmb_Teachers->count(), 2);
+
+    EXPECT_EQ(screen->txt_Course_Title->text(), QStringLiteral("Ballet 1"));
+    EXPECT_EQ(screen->lst_Day->currentRow(), code::weekday::Monday);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("18:30"));
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QStringLiteral("Bea"));
+    EXPECT_EQ(screen->txt_Duration->text(), QStringLiteral("45"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+
+    // A course with no teacher shows an empty teacher list.
+    click(screen->cmd_Next);
+    EXPECT_EQ(screen->txt_Course_Title->text(), QStringLiteral("Tap 2"));
+    EXPECT_EQ(screen->lst_Day->currentRow(), code::weekday::Saturday);
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QString());
+    EXPECT_EQ(screen->cmb_Teachers->currentIndex(), -1);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+}
+
+TEST_F(CoursesScreen, TheCourseListFollowsTheChosenCourseOrder)
+{
+    school.add_course(NewCourse(QStringLiteral("A Tap")).on(code::weekday::Friday));
+    school.add_course(NewCourse(QStringLiteral("Z Ballet")).on(code::weekday::Monday));
+    Settings().course_query = QStringLiteral("Qry_Order_Courses_Day");
+    open();
+    EXPECT_EQ(screen->cmb_Names->itemText(0), QStringLiteral("Z Ballet"));
+    EXPECT_EQ(screen->txt_Course_Title->text(), QStringLiteral("Z Ballet"));
+    click(screen->cmd_Next);
+    EXPECT_EQ(screen->txt_Course_Title->text(), QStringLiteral("A Tap"));
+}
+
+// ---- Adding and editing ----
+
+TEST_F(CoursesScreen, AddingACourseStoresEveryFieldWithItsClockTimes)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    const int bea = school.add_teacher(QStringLiteral("Bea"));
+    open();
+    ASSERT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Course"));
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Course_Title);
+
+    type_into(screen->txt_Course_Title, QStringLiteral("Ballet 1"));
+    type_into(screen->txt_Description, QStringLiteral("Beginners"));
+    choose_day(code::weekday::Wednesday);
+    EXPECT_EQ(field_colour(screen->lst_Day), colours::Highlight);
+    type_into(screen->txt_Start_Time, QStringLiteral("6:05 pm"));
+    tab_out(screen->txt_Start_Time);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("18:05"));
+    type_into(screen->txt_Duration, QStringLiteral("60.4"));
+    type_into(screen->txt_Price, QStringLiteral("12.50"));
+    choose_teacher(QStringLiteral("bea"));
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QStringLiteral("Bea"));
+    EXPECT_EQ(field_colour(screen->cmb_Teachers), colours::Highlight);
+    type_into(screen->txt_Altn_Costing, QStringLiteral("40"));
+    type_into(screen->txt_Location, QStringLiteral("Studio A"));
+    type_into(screen->txt_Notes, QStringLiteral("Bring shoes"));
+    click(screen->chk_Suppressed);
+    click(screen->cmd_Update);
+
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 added successfully"));
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+    EXPECT_EQ(field_colour(screen->lst_Day), colours::At_Rest);
+    EXPECT_EQ(field_colour(screen->cmb_Teachers), colours::At_Rest);
+    EXPECT_EQ(stored(QStringLiteral("Description")).toString(), QStringLiteral("Beginners"));
+    EXPECT_EQ(stored(QStringLiteral("Day_of_Week")).toInt(), code::weekday::Wednesday);
+    EXPECT_EQ(stored(QStringLiteral("Lesson_Duration")).toInt(), 60);
+    EXPECT_DOUBLE_EQ(stored(QStringLiteral("Course_LessonPrice")).toDouble(), 12.5);
+    EXPECT_EQ(stored(QStringLiteral("Course_Teacher_id")).toInt(), bea);
+    EXPECT_EQ(stored(QStringLiteral("Course_Type")).toString(), QStringLiteral("40"));
+    EXPECT_EQ(stored(QStringLiteral("Course_Location")).toString(), QStringLiteral("Studio A"));
+    EXPECT_EQ(stored(QStringLiteral("Course_Notes")).toString(), QStringLiteral("Bring shoes"));
+    EXPECT_EQ(stored(QStringLiteral("Course_Suppressed")).toInt(), 1);
+    EXPECT_EQ(stored(QStringLiteral("Course_Cancelled")).toInt(), 0);
+    EXPECT_EQ(stored(QStringLiteral("Course_Start_txt")).toString(), QStringLiteral("18:05"));
+    EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QStringLiteral("19:05"));
+    EXPECT_EQ(screen->txt_Duration->text(), QStringLiteral("60"));
+    EXPECT_EQ(screen->cmb_Names->currentText(), QStringLiteral("Ballet 1"));
+}
+
+TEST_F(CoursesScreen, ChangingTheDayOrTimeEditsTheCourseAndALateLessonEndsAfterMidnight)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")).lasting(60));
+    open();
+    choose_day(code::weekday::Friday);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_EQ(field_colour(screen->lst_Day), colours::Highlight);
+    retype(screen->txt_Start_Time, QStringLiteral("23:30"));
+    tab_out(screen->txt_Start_Time);
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 updated successfully"));
+    EXPECT_EQ(stored(QStringLiteral("Day_of_Week")).toInt(), code::weekday::Friday);
+    EXPECT_EQ(stored(QStringLiteral("Course_Start_txt")).toString(), QStringLiteral("23:30"));
+    EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QStringLiteral("00:30"));
+    EXPECT_EQ(field_colour(screen->lst_Day), colours::At_Rest);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("23:30"));
+}
+
+TEST_F(CoursesScreen, CancelPutsTheRecordsDayBackInTheList)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")).on(code::weekday::Tuesday));
+    open();
+    choose_day(code::weekday::Sunday);
+    click(screen->cmd_Cancel);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Change cancelled"));
+    EXPECT_EQ(screen->lst_Day->currentRow(), code::weekday::Tuesday);
+    EXPECT_EQ(field_colour(screen->lst_Day), colours::At_Rest);
+}
+
+TEST_F(CoursesScreen, ChoosingADayOnAnEmptyTableWithoutAddNewIsRefusedAndUndone)
+{
+    open();
+    click(screen->cmd_Cancel);
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("There is no record to edit. \nChoose a Course Title to edit, or press Add New"), Yes,
+                 engine::mb::OkOnly);
+    choose_day(code::weekday::Monday);
+    EXPECT_EQ(screen->lst_Day->currentRow(), -1);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+}
+
+TEST_F(CoursesScreen, ATeacherAddedElsewhereIsInTheListOnReturn)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    open();
+    EXPECT_EQ(screen->cmb_Teachers->count(), 0);
+    screen->hide();
+    school.add_teacher(QStringLiteral("Ada"));
+    bring_to_front(screen);
+    EXPECT_EQ(screen->cmb_Teachers->count(), 1);
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QString());
+}
+
+// ---- The course's own rules ----
+
+TEST_F(CoursesScreen, EachRuleIsCheckedInTurnWithItsMessageAndField)
+{
+    open();
+    auto refused = [&](const QString& words, QWidget* field) {
+        {
+            ScriptedBoxes boxes;
+            boxes.expect(words, Yes, engine::mb::OkOnly);
+            click(screen->cmd_Update);
+        }
+        EXPECT_EQ(QApplication::focusWidget(), field) << words.toStdString();
+        EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    };
+    refused(QStringLiteral("There must be a Course Title"), screen->txt_Course_Title);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The title cannot include quotes"));
+        type_into(screen->txt_Course_Title, QStringLiteral("Ballet \"1\""));
+        tab_out(screen->txt_Course_Title);
+    }
+    {
+        // Pressed by program: a click would leave the title and ask about the quotes once more.
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The title cannot include quotes"), Yes, engine::mb::OkOnly);
+        screen->cmd_Update_Click();
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    retype(screen->txt_Course_Title, QStringLiteral("Ballet 1"));
+
+    type_into(screen->txt_Price, QStringLiteral("ten"));
+    refused(QStringLiteral("The price must be a decimal number"), screen->txt_Price);
+    retype(screen->txt_Price, QString());
+    refused(QStringLiteral("The duration must be a number"), screen->txt_Duration);
+    EXPECT_EQ(screen->txt_Price->text(), QStringLiteral("0"));
+
+    retype(screen->txt_Duration, QStringLiteral("40000"));
+    refused(QStringLiteral("The duration must be an integer"), screen->txt_Duration);
+    retype(screen->txt_Duration, QStringLiteral("-5"));
+    refused(QStringLiteral("The duration must be positive!"), screen->txt_Duration);
+    retype(screen->txt_Duration, QStringLiteral("1441"));
+    refused(QStringLiteral("The duration must be less than a day!"), screen->txt_Duration);
+    retype(screen->txt_Duration, QStringLiteral("1440"));
+    refused(QStringLiteral("There must be a day"), screen->lst_Day);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("00:00"));
+    choose_day(0);  // the blank entry is no day
+    refused(QStringLiteral("There must be a day"), screen->lst_Day);
+    EXPECT_EQ(school.count(QStringLiteral("Courses")), 0);
+
+    choose_day(code::weekday::Monday);
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 added successfully"));
+    EXPECT_DOUBLE_EQ(stored(QStringLiteral("Course_LessonPrice")).toDouble(), 0.0);
+    EXPECT_EQ(stored(QStringLiteral("Lesson_Duration")).toInt(), 1440);
+    EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QStringLiteral("00:00"));
+    EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id")).isNull());
+}
+
+TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsReportedAndNotStored)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    open();
+    retype(screen->txt_Start_Time, QStringLiteral("teatime"));
+    tab_out(screen->txt_Start_Time);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("teatime"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Unexpected error"));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull());
+}
+
+TEST_F(CoursesScreen, ATitleAlreadyUsedIsRefusedAndTheEditStaysInProgress)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    school.add_course(NewCourse(QStringLiteral("Tap 2")));
+    open();
+    click(screen->cmd_Next);
+    retype(screen->txt_Course_Title, QStringLiteral("Ballet 1"));
+    tab_out(screen->txt_Course_Title);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The Course Title must be unique"), Yes, engine::mb::OkOnly);
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Course_Title);
+    EXPECT_EQ(school.count(QStringLiteral("Courses")), 2);
+}
+
+TEST_F(CoursesScreen, AnUnknownTeacherKeepsTheFocusAndAClearedTeacherIsStoredAsNone)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    school.add_course(QStringLiteral("Ballet 1"), ada);
+    open();
+    choose_teacher(QStringLiteral("Zed"));  // no box is scripted: none may appear
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Unknown Teacher"));
+    EXPECT_EQ(QApplication::focusWidget(), screen->cmb_Teachers);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+
+    choose_teacher(QString());
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 updated successfully"));
+    EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id")).isNull());
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QString());
+}
+
+// ---- Deleting ----
+
+TEST_F(CoursesScreen, DeletingACourseAsksAboutItsPupilsAndInvoicesAndANoKeepsAll)
+{
+    const int course = school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    const int family = school.add_family(QStringLiteral("Archer"));
+    school.put_on_course(school.add_pupil(family, QStringLiteral("Lily")), course);
+    school.put_on_course(school.add_pupil(family, QStringLiteral("Tom")), course);
+    school.add_line(school.add_invoice(family),
+                    {{"Inv_Line_Course_id", course}, {"Amount", 30.0}, {"Inv_Line_Type", code::inv_line_type::Course}});
+    open();
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Do you really want to delete Ballet 1"), Yes)
+            .expect(QStringLiteral("There are 2 pupils left in the register."), Yes, engine::mb::YesNo | engine::mb::Question)
+            .expect(QStringLiteral("There are 1 invoices that reference this course."), No);
+        click(screen->cmd_Delete);
+    }
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion abandoned"));
+    EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 2);
+    EXPECT_EQ(school.count(QStringLiteral("Courses")), 1);
+
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Do you really want to delete Ballet 1"), Yes)
+            .expect(QStringLiteral("There are 2 pupils left in the register."), Yes)
+            .expect(QStringLiteral("There are 1 invoices that reference this course."), Yes)
+            .expect(QStringLiteral("There are no more records"));
+        click(screen->cmd_Delete);
+    }
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 deleted"));
+    EXPECT_EQ(school.count(QStringLiteral("Courses")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 0);
+    // The invoice keeps its money; only the course is gone from its line.
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT COUNT(*) FROM Invoice_Lines WHERE Amount = 30 "
+                                           "AND Inv_Line_Course_id IS NULL AND Inv_Line_Type = %1")
+                                .arg(code::inv_line_type::Pupil_Only))
+                  .toInt(),
+              1);
+}
+
+// ---- Moving through the fields ----
+
+TEST_F(CoursesScreen, TabAndEnterWalkTheFieldsInScreenOrder)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    open();
+    screen->txt_Start_Time->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(screen->txt_Start_Time, Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Duration);
+    QTest::keyClick(screen->txt_Duration, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Price);
+    QTest::keyClick(screen->txt_Price, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), screen->cmb_Teachers);
+    QTest::keyClick(screen->cmb_Teachers, Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Altn_Costing);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
+}
+
+}  // namespace
