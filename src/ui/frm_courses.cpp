@@ -137,13 +137,10 @@ frm_Courses::frm_Courses(QWidget* parent) : RecordScreen(course_words(), parent)
     resize(860, 560);
 }
 
-// The pattern's fields stand in two grids, one for each column, in its record area.
+// The pattern's fields stand in two grids, one for each column.
 QGridLayout* frm_Courses::column_grid(int column) const
 {
-    auto* area = findChild<QWidget*>(QStringLiteral("record_area"));
-    auto* columns = area ? qobject_cast<QHBoxLayout*>(area->layout()) : nullptr;
-    QLayoutItem* item = columns && column < columns->count() ? columns->itemAt(column) : nullptr;
-    return item ? qobject_cast<QGridLayout*>(item->layout()) : nullptr;
+    return column_layout(column);
 }
 
 // The two check boxes sit under the notes, without labels of their own.

@@ -103,6 +103,9 @@ protected:
     QLineEdit* add_line(int column, const QString& name, const QString& label);
     QPlainTextEdit* add_text(int column, const QString& name, const QString& label);
     void add_growing_row(int column, const QString& label, QWidget* field);
+    // The grid of a column of fields (label in column 0, field in column 1),
+    // for a screen that arranges a row of its own.
+    QGridLayout* column_layout(int column) const { return columns_[column == 0 ? 0 : 1]; }
     // A further command, placed before the editing commands.
     QPushButton* add_command(const QString& name, const QString& caption);
     // The hidden box into which an opening screen writes the key to show.
