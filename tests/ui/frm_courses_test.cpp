@@ -32,21 +32,16 @@ using testing_support::ScriptedBoxes;
 
 namespace {
 
-class CoursesScreen : public ::testing::Test {
+class CoursesScreen : public ScreenTest<frm_Courses> {
 protected:
     void SetUp() override
     {
-        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
-        set_main_menu(&menu);
+        ScreenTest::SetUp();
         saved_order = Settings().course_query;
     }
     void TearDown() override
     {
-        if (screen)
-            Unload(screen);
-        settle();
-        set_main_menu(nullptr);
-        Glob_Return_Form() = nullptr;
+        ScreenTest::TearDown();
         Settings().course_query = saved_order;
     }
 
@@ -90,9 +85,6 @@ protected:
         tab_out(screen->cmb_Teachers);
     }
 
-    testing_support::CurrentSchool school;
-    QWidget menu;
-    QPointer<frm_Courses> screen;
     QString saved_order;
 };
 

@@ -37,22 +37,8 @@ const QDate january_end(2026, 1, 31);
 const QDate february_start(2026, 2, 1);
 const QDate february_end(2026, 2, 28);
 
-class TermDatesScreen : public ::testing::Test {
+class TermDatesScreen : public ScreenTest<frm_Dates> {
 protected:
-    void SetUp() override
-    {
-        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
-        set_main_menu(&menu);
-    }
-    void TearDown() override
-    {
-        if (screen)
-            Unload(screen);
-        settle();
-        set_main_menu(nullptr);
-        Glob_Return_Form() = nullptr;
-    }
-
     frm_Dates* open()
     {
         screen = new frm_Dates;
@@ -103,9 +89,6 @@ protected:
             .toInt();
     }
 
-    testing_support::CurrentSchool school;
-    QWidget menu;
-    QPointer<frm_Dates> screen;
 };
 
 // ---- Opening and moving between terms ----

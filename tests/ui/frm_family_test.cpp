@@ -23,22 +23,8 @@ using testing_support::ScriptedBoxes;
 
 namespace {
 
-class FamiliesScreen : public ::testing::Test {
+class FamiliesScreen : public ScreenTest<frm_Family> {
 protected:
-    void SetUp() override
-    {
-        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
-        set_main_menu(&menu);
-    }
-    void TearDown() override
-    {
-        if (screen)
-            Unload(screen);
-        settle();
-        set_main_menu(nullptr);
-        Glob_Return_Form() = nullptr;
-    }
-
     frm_Family* open(const QString& xfer_id = QString())
     {
         screen = new frm_Family;
@@ -63,9 +49,6 @@ protected:
         return names;
     }
 
-    testing_support::CurrentSchool school;
-    QWidget menu;
-    QPointer<frm_Family> screen;
 };
 
 TEST_F(FamiliesScreen, AnEmptyTableSaysSoAndOpensAddingAFamily)

@@ -24,22 +24,8 @@ using testing_support::ScriptedBoxes;
 
 namespace {
 
-class TeachersScreen : public ::testing::Test {
+class TeachersScreen : public ScreenTest<frm_Teachers> {
 protected:
-    void SetUp() override
-    {
-        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
-        set_main_menu(&menu);
-    }
-    void TearDown() override
-    {
-        if (screen)
-            Unload(screen);
-        settle();
-        set_main_menu(nullptr);
-        Glob_Return_Form() = nullptr;
-    }
-
     frm_Teachers* open()
     {
         screen = new frm_Teachers;
@@ -49,9 +35,6 @@ protected:
 
     QString shown_name() const { return screen->cmb_Names->currentText(); }
 
-    testing_support::CurrentSchool school;
-    QWidget menu;
-    QPointer<frm_Teachers> screen;
 };
 
 // ---- Opening and moving ----

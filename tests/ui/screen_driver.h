@@ -3,6 +3,7 @@
 // field, leaving it with Tab, clicking commands. The screens run on the
 // offscreen platform, where focus changes need an active window.
 
+#include "support/current_school.h"
 #include "ui/switch_screen.h"
 
 #include <QAbstractButton>
@@ -70,5 +71,30 @@ inline void click(QAbstractButton* button)
     QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, where);
     settle();
 }
+
+// A test of one screen on a school that is the current database, opened from
+// a stand-in main menu; the screen is unloaded and the way back forgotten at
+// the end.
+template <typename Screen>
+class ScreenTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        menu.setObjectName(QStringLiteral("frm_Main_Menu"));
+        set_main_menu(&menu);
+    }
+    void TearDown() override
+    {
+        if (screen)
+            Unload(screen);
+        settle();
+        set_main_menu(nullptr);
+        Glob_Return_Form() = nullptr;
+    }
+
+    testing_support::CurrentSchool school;
+    QWidget menu;
+    QPointer<Screen> screen;
+};
 
 }  // namespace screen_driver
