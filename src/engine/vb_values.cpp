@@ -242,6 +242,21 @@ std::optional<Decimal> read_number(const QString& text)
     bool symbol_seen = false;
     bool paren_open = false;
     bool paren_closed = false;
+    // A sign and the currency symbol may stand once each, before or after the digits.
+    const auto take_sign_or_symbol = [&](QChar c) {
+        if (!sign_seen && (c == QLatin1Char('+') || c == QLatin1Char('-'))) {
+            sign_seen = true;
+            number.negative = c == QLatin1Char('-');
+            ++i;
+            return true;
+        }
+        if (!symbol_seen && at(symbol)) {
+            symbol_seen = true;
+            i += symbol.size();
+            return true;
+        }
+        return false;
+    };
 
     // Before the digits: '(' first, then a sign and the currency symbol in any order.
     skip_blanks();
@@ -253,17 +268,8 @@ std::optional<Decimal> read_number(const QString& text)
         skip_blanks();
         if (i >= end)
             return std::nullopt;
-        const QChar c = text[i];
-        if (!sign_seen && (c == QLatin1Char('+') || c == QLatin1Char('-'))) {
-            sign_seen = true;
-            number.negative = c == QLatin1Char('-');
-            ++i;
-        } else if (!symbol_seen && at(symbol)) {
-            symbol_seen = true;
-            i += symbol.size();
-        } else {
+        if (!take_sign_or_symbol(text[i]))
             break;
-        }
     }
 
     if (text[i] == QLatin1Char('&') && i + 1 < end) {
@@ -340,14 +346,9 @@ std::optional<Decimal> read_number(const QString& text)
         if (i >= end)
             break;
         const QChar c = text[i];
-        if (!sign_seen && (c == QLatin1Char('+') || c == QLatin1Char('-'))) {
-            sign_seen = true;
-            number.negative = c == QLatin1Char('-');
-            ++i;
-        } else if (!symbol_seen && at(symbol)) {
-            symbol_seen = true;
-            i += symbol.size();
-        } else if (paren_open && !paren_closed && c == QLatin1Char(')')) {
+        if (take_sign_or_symbol(c))
+            continue;
+        if (paren_open && !paren_closed && c == QLatin1Char(')')) {
             paren_closed = true;
             ++i;
         } else {
