@@ -1,0 +1,7 @@
+displayX
+question?
+comment
+on error cont
+ON ERROR END
+;;;
+SELECT 1
