@@ -39,10 +39,12 @@ inline QString pupils(const QString& first_name, const QString& title)
     return QStringLiteral("ifnull(%1, '') || '''s ' || ifnull(%2, '')").arg(first_name, title);
 }
 
-// A date as the platform's date number (days since 1899-12-30, the time as a fraction).
+// A date as the platform's date number (days since 1899-12-30, the time as a
+// fraction of a day worked out from the clock time itself, so that five
+// minutes is exactly 5/1440); null stays null.
 inline QString date_number(const QString& date)
 {
-    return QStringLiteral("(julianday(%1) - julianday('1899-12-30'))").arg(date);
+    return QStringLiteral("jet_date_serial(%1)").arg(date);
 }
 
 }  // namespace query_piece

@@ -100,6 +100,11 @@ Rules rules_for(const QList<Column>& columns)
             rules.normalize_when << QStringLiteral("%1 IS NOT round(%1, 4)").arg(col);
             rules.assignments << QStringLiteral("%1 = round(%1, 4)").arg(quoted(c.name));
             break;
+        case FieldType::Single:
+            // jet_single raises for text and for numbers beyond single range.
+            rules.normalize_when << QStringLiteral("%1 IS NOT jet_single(%1)").arg(col);
+            rules.assignments << QStringLiteral("%1 = jet_single(%1)").arg(quoted(c.name));
+            break;
         case FieldType::Date:
             // jet_date raises for text that is no date.
             rules.normalize_when << QStringLiteral("%1 IS NOT jet_date(%1)").arg(col);

@@ -534,6 +534,12 @@ public:
     NodePtr run()
     {
         NodePtr root = syntax_ok_ && !tokens_.isEmpty() ? parse_or() : nullptr;
+        if (too_deep_) {
+            raise_engine_error(criteria_syntax_error,
+                               QStringLiteral("The expression is too deeply nested: more than %1 levels of brackets or NOT.")
+                                   .arg(max_bracket_depth));
+            return nullptr;
+        }
         if (!root || pos_ != tokens_.size() || !syntax_ok_) {
             raise_engine_error(criteria_syntax_error, QStringLiteral("Syntax error in expression."));
             return nullptr;
@@ -601,11 +607,27 @@ private:
         return chain;
     }
 
+    // Brackets and NOTs each read one level further down.
+    class Deeper {
+    public:
+        explicit Deeper(CriteriaParser& parser) : parser_(parser)
+        {
+            if (++parser_.depth_ > max_bracket_depth)
+                parser_.too_deep_ = true;
+        }
+        ~Deeper() { --parser_.depth_; }
+        bool too_deep() const { return parser_.too_deep_; }
+
+    private:
+        CriteriaParser& parser_;
+    };
+
     NodePtr parse_not()
     {
         if (!accept_word("not"))
             return parse_predicate();
-        NodePtr inner = parse_not();
+        const Deeper level(*this);
+        NodePtr inner = level.too_deep() ? nullptr : parse_not();
         if (!inner)
             return fail();
         auto node = std::make_shared<CriteriaNode>();
@@ -617,7 +639,8 @@ private:
     NodePtr parse_predicate()
     {
         if (accept_symbol("(")) {
-            NodePtr inner = parse_or();
+            const Deeper level(*this);
+            NodePtr inner = level.too_deep() ? nullptr : parse_or();
             if (!inner || !accept_symbol(")"))
                 return fail();
             // "(Term_id) = 5": a bracketed operand, not a bracketed condition.
@@ -828,6 +851,8 @@ private:
     QList<JetToken> tokens_;
     qsizetype pos_ = 0;
     bool syntax_ok_ = true;
+    int depth_ = 0;
+    bool too_deep_ = false;
     bool type_mismatch_ = false;
     QString unknown_name_;
 };

@@ -79,9 +79,28 @@ bool ensure_query_store(Connection& connection)
                                .arg(QLatin1String(query_text::store_table)));
 }
 
+// A record set opened on one word names a table or a stored query; when
+// there is neither, it is the name that is wrong, not the SQL.
+bool is_plain_name(const QString& source)
+{
+    static const QRegularExpression name(QStringLiteral(R"(^(\w+|\[[^\]]+\])$)"));
+    return name.match(source).hasMatch() && source.compare(QLatin1String("SELECT"), Qt::CaseInsensitive) != 0;
+}
+
+QString input_not_found_text(const QString& name)
+{
+    return QStringLiteral("The Microsoft Jet database engine cannot find the input table or query '%1'. Make sure it "
+                          "exists and that its name is spelled correctly.")
+        .arg(name);
+}
+
 // Runs every statement of a text, counting the rows the last one changed.
 bool run_statements(Connection& connection, const QString& sql, long long& affected)
 {
+    // SQLite stops reading at a NUL, so the rest of such a text would be
+    // dropped without a word, or read again for ever.
+    if (refuse_nul_in_sql(sql))
+        return false;
     const QByteArray utf8 = sql.toUtf8();
     const char* tail = utf8.constData();
     const char* end = tail + utf8.size();
@@ -95,6 +114,8 @@ bool run_statements(Connection& connection, const QString& sql, long long& affec
             connection.raise_last_error(rc, QString::fromUtf8(tail, static_cast<int>(end - tail)));
             return false;
         }
+        if (!raw && next == tail)
+            break;  // nothing more that SQLite can read
         tail = next;
         if (!raw)
             continue;  // whitespace or a comment
@@ -137,10 +158,8 @@ bool with_named_queries(DatabaseCore& core, const QString& sql, QString& runnabl
         if (!q || seen.contains(key_of(name)))
             continue;
         seen.insert(key_of(name));
-        if (!q->parameters.isEmpty()) {
-            raise_engine_error(jet::TooFewParameters, QStringLiteral("Too few parameters. Expected %1.").arg(q->parameters.size()));
+        if (!check_parameters_given(q->parameters))
             return false;
-        }
         QString inner = q->runnable.trimmed();
         while (inner.endsWith(QLatin1Char(';')))
             inner.chop(1);
@@ -221,6 +240,20 @@ std::optional<StoredQuery> DatabaseCore::find_query(const QString& name)
     return query;
 }
 
+bool check_parameters_given(const QVector<QueryParameter>& parameters)
+{
+    QStringList missing;
+    for (const QueryParameter& p : parameters)
+        if (!p.has_value)
+            missing << p.Name;
+    if (missing.isEmpty())
+        return true;
+    raise_engine_error(jet::TooFewParameters, QStringLiteral("Too few parameters. Expected %1. (No value for %2.)")
+                                                  .arg(missing.size())
+                                                  .arg(missing.join(QStringLiteral(", "))));
+    return false;
+}
+
 // ---- QueryDef ----
 
 QueryDef::QueryDef(std::shared_ptr<DatabaseCore> core, QString name, QString sql, QVector<QueryParameter> parameters,
@@ -259,20 +292,13 @@ QVariant QueryDef::parameter(const QString& name) const
 
 bool QueryDef::bind_parameters(Statement& stmt)
 {
-    int missing = 0;
+    if (!check_parameters_given(parameters_))
+        return false;
     for (const QueryParameter& p : parameters_) {
-        if (!p.has_value) {
-            ++missing;
-            continue;
-        }
         if (!core_->connection.bind_named(stmt, p.Name, p.Value)) {
             core_->connection.raise_last_error(SQLITE_ERROR, runnable_sql_);
             return false;
         }
-    }
-    if (missing > 0) {
-        raise_engine_error(jet::TooFewParameters, QStringLiteral("Too few parameters. Expected %1.").arg(missing));
-        return false;
     }
     return true;
 }
@@ -301,12 +327,8 @@ std::unique_ptr<Recordset> QueryDef::OpenRecordset()
         raise_engine_error(jet::ObjectClosed, QStringLiteral("Object invalid or no longer set."));
         return nullptr;
     }
-    for (const QueryParameter& p : parameters_) {
-        if (!p.has_value) {
-            raise_engine_error(jet::TooFewParameters, QStringLiteral("Too few parameters. Expected 1."));
-            return nullptr;
-        }
-    }
+    if (!check_parameters_given(parameters_))
+        return nullptr;
     auto store = std::make_shared<RowStore>();
     store->runnable_sql = runnable_sql_;
     store->parameters = parameters_;
@@ -336,8 +358,9 @@ bool Database::Execute(const QString& sql, int)
         raise_engine_error(jet::ObjectClosed, QStringLiteral("Object invalid or no longer set."));
         return false;
     }
+    QString sqlite_text;
     QString runnable;
-    if (!with_named_queries(*core_, jet_to_sqlite(sql), runnable))
+    if (!jet_to_sqlite(sql, sqlite_text) || !with_named_queries(*core_, sqlite_text, runnable))
         return false;
     long long affected = 0;
     if (!run_statements(core_->connection, runnable, affected))
@@ -378,7 +401,11 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source)
     } else if (core_->find_query(trimmed)) {
         auto def = QueryDefs(trimmed);
         return def ? def->OpenRecordset() : nullptr;
-    } else if (!with_named_queries(*core_, jet_to_sqlite(trimmed), store->runnable_sql)) {
+    } else if (is_plain_name(trimmed)) {
+        raise_engine_error(jet::InputTableNotFound, input_not_found_text(trimmed));
+        return nullptr;
+    } else if (QString sqlite_text;
+               !jet_to_sqlite(trimmed, sqlite_text) || !with_named_queries(*core_, sqlite_text, store->runnable_sql)) {
         return nullptr;
     }
     if (!store->load(*core_))

@@ -46,6 +46,11 @@ struct DatabaseCore {
     std::optional<StoredQuery> find_query(const QString& name);
 };
 
+// Raises Jet's 3061 when any of the parameters has no value, naming them so
+// that whoever wrote the call can see which one it left out. True when all
+// have values.
+bool check_parameters_given(const QVector<QueryParameter>& parameters);
+
 struct Row {
     Bookmark serial = 0;
     bool deleted = false;

@@ -73,6 +73,7 @@ inline constexpr int InputTableNotFound = 3078;
 inline constexpr int FileNotFound = 3024;
 inline constexpr int DatabaseExists = 3204;
 inline constexpr int UnrecognizedFormat = 3343;
+inline constexpr int Damaged = 3049;
 inline constexpr int FileInUse = 3045;
 inline constexpr int ReadOnly = 3051;
 inline constexpr int SyntaxError = 3075;

@@ -4,7 +4,25 @@
 #include "engine/jet_date.h"
 #include "engine/vb_values.h"
 
+#include <charconv>
+
 namespace engine {
+
+namespace {
+
+// A single-precision value read back as the decimal that was typed: 17.99
+// is held as 17.9899997711…, and shows and sums as 17.99 again.
+double single_as_typed(double stored)
+{
+    const float single = static_cast<float>(stored);
+    char digits[32];
+    const auto written = std::to_chars(digits, digits + sizeof digits, single);
+    double typed = stored;
+    std::from_chars(digits, written.ptr, typed);
+    return typed;
+}
+
+}  // namespace
 
 QVariant present_value(const QVariant& stored, FieldType type)
 {
@@ -30,6 +48,7 @@ QVariant present_value(const QVariant& stored, FieldType type)
             return static_cast<int>(stored.toLongLong());
         return stored;
     case FieldType::Single:
+        return single_as_typed(stored.toDouble());
     case FieldType::Double:
         return stored.toDouble();
     case FieldType::Text:

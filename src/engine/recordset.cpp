@@ -90,17 +90,10 @@ bool RowStore::load(DatabaseCore& core)
     Statement stmt;
     if (!core.connection.prepare(runnable_sql, stmt))
         return false;
-    int missing = 0;
-    for (const QueryParameter& p : parameters) {
-        if (!p.has_value)
-            ++missing;
-        else
-            core.connection.bind_named(stmt, p.Name, p.Value);
-    }
-    if (missing > 0) {
-        raise_engine_error(jet::TooFewParameters, QStringLiteral("Too few parameters. Expected %1.").arg(missing));
+    if (!check_parameters_given(parameters))
         return false;
-    }
+    for (const QueryParameter& p : parameters)
+        core.connection.bind_named(stmt, p.Name, p.Value);
     sqlite3_stmt* s = stmt.get();
     const int columns = sqlite3_column_count(s);
     fields.clear();

@@ -1,5 +1,6 @@
 #include "engine/sql_compat.h"
 
+#include "engine/err.h"
 #include "engine/jet_date.h"
 
 #include <QRegularExpression>
@@ -522,6 +523,21 @@ QString rewrite_runs(const QList<Piece>& pieces)
     return text + rewrite_run(run);
 }
 
+// The deepest that brackets stand inside one another; a ')' without its
+// '(' counts for nothing.
+int bracket_depth(const QList<JetToken>& tokens)
+{
+    int depth = 0;
+    int deepest = 0;
+    for (const JetToken& token : tokens) {
+        if (token.is_symbol(QLatin1String("(")))
+            deepest = std::max(deepest, ++depth);
+        else if (token.is_symbol(QLatin1String(")")) && depth > 0)
+            --depth;
+    }
+    return deepest;
+}
+
 class ConcatRewriter {
 public:
     explicit ConcatRewriter(const QList<JetToken>& tokens) : tokens_(tokens) {}
@@ -591,13 +607,28 @@ private:
 
 }  // namespace
 
-QString jet_to_sqlite(const QString& sql)
+bool jet_to_sqlite(const QString& sql, QString& sqlite_text)
 {
     QList<JetToken> tokens = tokenize_jet_sql(sql);
+    if (bracket_depth(tokens) > max_bracket_depth) {
+        raise_engine_error(jet::SyntaxError,
+                           QStringLiteral("The statement is too deeply nested: more than %1 brackets stand inside one another.")
+                               .arg(max_bracket_depth));
+        return false;
+    }
     rewrite_delete_star(tokens);
     name_insert_columns(tokens);
     rewrite_literals(tokens);
-    return ConcatRewriter(tokens).run();
+    sqlite_text = ConcatRewriter(tokens).run();
+    return true;
+}
+
+QString jet_to_sqlite(const QString& sql)
+{
+    QString sqlite_text;
+    if (!jet_to_sqlite(sql, sqlite_text))
+        return sql;
+    return sqlite_text;
 }
 
 }  // namespace engine

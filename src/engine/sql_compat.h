@@ -50,10 +50,21 @@ QString quoted_name_value(const JetToken& token);
 // date. Two-digit years 00-29 are 2000-2029. No date for anything else.
 std::optional<QDateTime> parse_jet_date_literal(const QString& body);
 
+// How deep brackets may stand inside one another in a statement or a
+// criteria text. Far beyond anything a person writes; it keeps the readers,
+// which go one level down per bracket, well inside their stack, and SQLite's
+// parser, whose stack ends near a hundred levels, inside its own.
+inline constexpr int max_bracket_depth = 64;
+
 // Rewrites the engine's idioms that SQLite does not share, and nothing else:
 // DELETE * FROM, #date# literals, "double-quoted" strings, True/False and
 // '&' joining text (a null joins as empty). Text that is already SQLite's
-// comes back unchanged.
+// comes back unchanged. Text nested deeper than max_bracket_depth is refused
+// with 3075 and the engine error set.
+bool jet_to_sqlite(const QString& sql, QString& sqlite_text);
+
+// The same, for callers that have no failure path: text that is refused comes
+// back as it stands, for SQLite to refuse in its own words.
 QString jet_to_sqlite(const QString& sql);
 
 }  // namespace engine

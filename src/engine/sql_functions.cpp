@@ -4,6 +4,8 @@
 #include "engine/sqlite_connection.h"
 #include "engine/vb_values.h"
 
+#include <cmath>
+#include <limits>
 #include <sqlite3.h>
 
 namespace engine {
@@ -90,6 +92,30 @@ void fn_jet_round(sqlite3_context* context, int, sqlite3_value** argv)
     sqlite3_result_int64(context, static_cast<sqlite3_int64>(vb::round_half_even(d)));
 }
 
+// A value for a SINGLE column: held to single precision, as the column's
+// type holds it.
+void fn_jet_single(sqlite3_context* context, int, sqlite3_value** argv)
+{
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_NULL:
+        sqlite3_result_null(context);
+        return;
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT: {
+        const double number = sqlite3_value_double(argv[0]);
+        if (std::isfinite(number) && std::fabs(number) > std::numeric_limits<float>::max()) {
+            result_error(context, 3349, QStringLiteral("Numeric field overflow."));
+            return;
+        }
+        sqlite3_result_double(context, static_cast<double>(static_cast<float>(number)));
+        return;
+    }
+    default:
+        result_error(context, 3464, QStringLiteral("Data type mismatch in criteria expression."));
+        return;
+    }
+}
+
 void fn_weekday(sqlite3_context* context, int argc, sqlite3_value** argv)
 {
     QDateTime date;
@@ -139,6 +165,17 @@ void fn_cdbl(sqlite3_context* context, int, sqlite3_value** argv)
         return;
     }
     sqlite3_result_double(context, d);
+}
+
+// CDbl of a date column that may be null: null stays null.
+void fn_jet_date_serial(sqlite3_context* context, int, sqlite3_value** argv)
+{
+    QDateTime date;
+    if (!arg_date(argv[0], date)) {
+        sqlite3_result_null(context);
+        return;
+    }
+    sqlite3_result_double(context, date_to_serial(date));
 }
 
 void fn_dateadd(sqlite3_context* context, int, sqlite3_value** argv)
@@ -194,6 +231,7 @@ void install_sql_functions(sqlite3* db)
         {"CDbl", 1, fn_cdbl, true},           {"DateAdd", 3, fn_dateadd, true},
         {"format", 1, fn_format, true},       {"format", 2, fn_format, true},
         {"Now", 0, fn_now, false},            {"jet_today", 0, fn_date, false},
+        {"jet_date_serial", 1, fn_jet_date_serial, true}, {"jet_single", 1, fn_jet_single, true},
     };
     for (const Function& f : functions) {
         const int flags = SQLITE_UTF8 | (f.deterministic ? SQLITE_DETERMINISTIC : 0);

@@ -12,6 +12,21 @@
 
 namespace engine {
 
+namespace {
+
+QString not_a_database_text()
+{
+    return QStringLiteral("Unrecognized database format: the file is not a Quillary database, or it is damaged "
+                          "(try Repair Database on a copy of it).");
+}
+
+QString damaged_text()
+{
+    return QStringLiteral("The database file is damaged. Try Repair Database on a copy of it, or go back to a backup.");
+}
+
+}  // namespace
+
 Statement& Statement::operator=(Statement&& other) noexcept
 {
     if (this != &other) {
@@ -58,8 +73,8 @@ bool Connection::open(const QString& path, bool create)
     install_sql_functions(db_);
     // Reading the schema tells a database from any other file.
     if (!exec(QStringLiteral("PRAGMA foreign_keys = ON; SELECT count(*) FROM sqlite_master;"))) {
-        if (Err().Number != jet::FileInUse)
-            raise_engine_error(jet::UnrecognizedFormat, QStringLiteral("Unrecognized database format '%1'.").arg(path));
+        if (Err().Number != jet::FileInUse && Err().Number != jet::Damaged)
+            raise_engine_error(jet::UnrecognizedFormat, QStringLiteral("'%1': %2").arg(path, not_a_database_text()));
         close();
         return false;
     }
@@ -76,6 +91,8 @@ void Connection::close()
 
 bool Connection::exec(const QString& sql)
 {
+    if (refuse_nul_in_sql(sql))
+        return false;
     char* message = nullptr;
     const int rc = sqlite3_exec(db_, sql.toUtf8().constData(), nullptr, nullptr, &message);
     if (rc != SQLITE_OK) {
@@ -88,8 +105,18 @@ bool Connection::exec(const QString& sql)
     return true;
 }
 
+bool refuse_nul_in_sql(const QString& sql)
+{
+    if (!sql.contains(QChar(0)))
+        return false;
+    raise_engine_error(jet::SyntaxError, QStringLiteral("The statement holds a NUL character (byte 0) and cannot be run."));
+    return true;
+}
+
 bool Connection::prepare(const QString& sql, Statement& out)
 {
+    if (refuse_nul_in_sql(sql))
+        return false;
     sqlite3_stmt* stmt = nullptr;
     const QByteArray utf8 = sql.toUtf8();
     const int rc = sqlite3_prepare_v2(db_, utf8.constData(), static_cast<int>(utf8.size()), &stmt, nullptr);
@@ -270,8 +297,14 @@ MappedError map_sqlite_error(int code, const QString& message, const QString& sq
         return {jet::FileInUse, QStringLiteral("Could not use the database; file already in use.")};
     case SQLITE_READONLY:
         return {jet::ReadOnly, QStringLiteral("The database is read-only.")};
+    default:
+        break;
+    }
+    switch (code & 0xff) {
     case SQLITE_NOTADB:
-        return {jet::UnrecognizedFormat, QStringLiteral("Unrecognized database format.")};
+        return {jet::UnrecognizedFormat, not_a_database_text()};
+    case SQLITE_CORRUPT:
+        return {jet::Damaged, damaged_text()};
     default:
         break;
     }

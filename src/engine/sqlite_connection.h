@@ -65,6 +65,10 @@ private:
     sqlite3* db_ = nullptr;
 };
 
+// SQLite reads SQL text only up to a NUL: such a text is refused (3075)
+// rather than run in part. True when it was refused.
+bool refuse_nul_in_sql(const QString& sql);
+
 // Binds one value, converting the program's value types to stored forms.
 bool bind_value(sqlite3_stmt* stmt, int index, const QVariant& value);
 // Reads column i of the current row as a QVariant of the storage type.
