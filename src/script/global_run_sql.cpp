@@ -1,6 +1,7 @@
 #include "script/global_run_sql.h"
 
 #include "database/db_handling.h"
+#include "database/tmp_tables_lock.h"
 #include "engine/err.h"
 #include "engine/msg_box.h"
 #include "engine/workspace.h"
@@ -10,9 +11,9 @@
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "shell/file_errors.h"
+#include "shell/text_decoding.h"
 
 #include <QFile>
-#include <QTextStream>
 
 namespace {
 
@@ -21,19 +22,21 @@ enum class LineOutcome { Next, Stopped, Abandoned };
 // One run of one file: its switches, its counters and the statement being collected.
 class ScriptRun {
 public:
-    ScriptRun(QFile& file, QString& status) : file_(file), status_(status) {}
+    ScriptRun(const QStringList& lines, QString& status) : lines_(lines), status_(status) {}
 
     bool run()
     {
         if (!Program_Workspace().BeginTrans())
             return reader_failure();
         status_.clear();
-        QTextStream lines(&file_);
-        while (!lines.atEnd()) {
+        for (const QString& raw_line : lines_) {
             ++line_number_;
-            const QString line = lines.readLine().trimmed();
-            if (file_.error() != QFileDevice::NoError) {
-                engine::Err() = read_failure(file_);
+            const QString line = raw_line.trimmed();
+            // The engine reads a statement only up to a NUL, so a line holding
+            // one could never be run as written.
+            if (line.contains(QChar(0))) {
+                engine::Err().Raise(engine::vberr::InvalidProcedureCall,
+                                    QStringLiteral("The line holds a NUL character (byte 0), which a script may not contain."));
                 return reader_failure();
             }
             switch (act_on(line)) {
@@ -99,10 +102,13 @@ private:
         if (Program_Workspace().transaction_depth() > depth_at_start_)
             Program_Workspace().Rollback();
         engine::Err().Clear();
+        // A display line's words ("Term invoices raised") must not stand as
+        // the outcome of a run that was undone.
+        status_ = script_abandoned_status();
         return false;
     }
 
-    QFile& file_;
+    const QStringList& lines_;
     QString& status_;
     StatementCollector collector_;
     bool continue_on_error_ = false;
@@ -110,19 +116,48 @@ private:
     const int depth_at_start_ = Program_Workspace().transaction_depth();
 };
 
+// The file's lines, line ends of either kind taken off. A last line end
+// starts no further line.
+QStringList split_lines(const QString& text)
+{
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    for (QString& line : lines)
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+    return lines;
+}
+
+bool report_unreadable(const QString& path, const engine::ErrState& cause)
+{
+    engine::Err() = cause;
+    Report_Error(report::Unexpected, QStringLiteral("Cannot open file ") + path, engine::mb::Critical, script_tag(),
+                 QStringLiteral("Global_Run_SQL"));
+    return false;
+}
+
 }  // namespace
 
 bool Global_Run_SQL(const QString& path, QString& status)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        engine::Err() = open_failure(path, file);
-        Report_Error(report::Unexpected, QStringLiteral("Cannot open file ") + path, engine::mb::Critical, script_tag(),
-                     QStringLiteral("Global_Run_SQL"));
-        return false;
-    }
-    ScriptRun run(file, status);
-    const bool applied = run.run();
+    if (!file.open(QIODevice::ReadOnly))
+        return report_unreadable(path, open_failure(path, file));
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return report_unreadable(path, read_failure(file));
     file.close();
-    return applied;
+    const DecodedText decoded = decode_text_bytes(bytes);
+    if (decoded.encoding == TextEncoding::Windows1252)
+        Report_Error(report::Trace, QStringLiteral("The script file ") + path
+                         + QStringLiteral(" is not in UTF-8; it has been read as Windows-1252."),
+                     engine::mb::OkOnly, script_tag());
+    // Scripts work on the temporary tables that their caller prepared.
+    TmpTablesLock lock;
+    if (!Current_Db_Name().isEmpty() && !lock.acquire(Current_Db_Name(), script_tag()))
+        return false;
+    const QStringList lines = split_lines(decoded.text);
+    ScriptRun run(lines, status);
+    return run.run();
 }

@@ -5,6 +5,7 @@
 #include "support/school_for_runs.h"
 #include "support/scripted_boxes.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -213,6 +214,47 @@ TEST_F(GlobalRunSqlTest, ARunInsideTheCallersTransactionUndoesOnlyItself)
     EXPECT_EQ(Program_Workspace().transaction_depth(), 1);
     ASSERT_TRUE(Program_Workspace().CommitTrans());
     EXPECT_EQ(holidays(), 1);
+}
+
+// Files as they come from other machines: their bytes, not text.
+QString write_bytes(const testing_support::SchoolForRuns& school, const QString& name, const QByteArray& bytes)
+{
+    QFile file(school.file(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+}
+
+TEST_F(GlobalRunSqlTest, ALineHoldingANulByteEndsTheRunAndUndoesIt)
+{
+    const QString before = school.dump();
+    const QString path = write_bytes(school, QStringLiteral("nul.sql"),
+                                     "display Working\n" + holiday_5th.toUtf8() + "\nDELETE FROM Holidays" + '\0'
+                                         + " WHERE 1 = 1;\n");
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Invalid line in file on line 3"), Ok);
+    EXPECT_FALSE(Global_Run_SQL(path, status));
+    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
+    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(GlobalRunSqlTest, WindowsFilesAreReadInTheirCodePageAndTheLogSaysSo)
+{
+    // "Müller’s" in Windows-1252, with Windows line ends: ü is 0xFC, the
+    // typographic apostrophe 0x92.
+    const QString path = write_bytes(school, QStringLiteral("cp1252.sql"),
+                                     "INSERT INTO Families (Family_Name) VALUES (\"M\xFCller\x92s\");\r\n");
+    EXPECT_TRUE(Global_Run_SQL(path, status));
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Family_Name FROM Families")).toString(), QStringLiteral("Müller’s"));
+    EXPECT_TRUE(school.log_text().contains(QStringLiteral("read as Windows-1252")));
+
+    // UTF-8, with its byte-order mark, is read as it stands and not logged.
+    const QString utf8 = write_bytes(school, QStringLiteral("utf8.sql"),
+                                     "\xEF\xBB\xBFUPDATE Families SET Family_Name = \"Ørsted\";\n");
+    EXPECT_TRUE(Global_Run_SQL(utf8, status));
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Family_Name FROM Families")).toString(), QStringLiteral("Ørsted"));
+    EXPECT_EQ(school.log_text().count(QStringLiteral("Windows-1252")), 1);
 }
 
 }  // namespace
