@@ -4,10 +4,12 @@
 
 #include "billing/billing_words.h"
 #include "billing/tmp_tables.h"
+#include "database/db_handling.h"
 #include "engine/database.h"
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "script/current_database.h"
+#include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "shell/selection_lists.h"
 
@@ -26,7 +28,17 @@ QString amount_of(int chosen, bool set_up)
 
 bool AutoInvoicing::prepare()
 {
-    bool prepared = DB_Clear_Tmp_Tables();
+    prepared_ = false;
+    if (!lock_.acquire(Current_Db_Name(), billing_tag())) {
+        amounts.fill(QStringLiteral("?"));
+        pupil_list.clear();
+        return false;
+    }
+    // Tables that could not be emptied would mix this run with an earlier one.
+    if (!DB_Clear_Tmp_Tables()) {
+        amounts.fill(QStringLiteral("?"));
+        return false;
+    }
 
     const bool terms = Setup_Terms(term_name);
     const bool courses = Setup_Courses();
@@ -41,26 +53,46 @@ bool AutoInvoicing::prepare()
     const bool pupils = setup_pupil_set();
     amounts[Pupils] = amount_of(Sel_Pupils().upper_bound(), pupils);
     list_pupils();
-    return prepared && terms && courses && activities && pupils;
+    prepared_ = terms && courses && activities && pupils;
+    return prepared_;
 }
 
 bool AutoInvoicing::unload()
 {
-    return DB_Clear_Tmp_Tables();
+    const bool cleared = !lock_.held() || DB_Clear_Tmp_Tables();
+    lock_.release();
+    prepared_ = false;
+    return cleared;
 }
 
 void AutoInvoicing::choose_changed_list()
 {
     pupil_set = PupilSet::ChangedList;
-    setup_pupil_set();
+    if (!setup_pupil_set()) {
+        amounts[Pupils] = QStringLiteral("?");
+        prepared_ = false;
+    }
     list_pupils();
 }
 
 void AutoInvoicing::choose_selected()
 {
     pupil_set = PupilSet::Selected;
-    setup_pupil_set();
+    if (!setup_pupil_set()) {
+        amounts[Pupils] = QStringLiteral("?");
+        prepared_ = false;
+    }
     list_pupils();
+}
+
+bool AutoInvoicing::ready_to_run()
+{
+    if (prepared_)
+        return true;
+    engine::MsgBox(QStringLiteral("The chosen criteria could not be set up, so nothing has been done.") + QLatin1Char('\n')
+                       + QStringLiteral("Please choose them again using Criteria."),
+                   engine::mb::OkOnly, App_Title());
+    return false;
 }
 
 bool AutoInvoicing::setup_pupil_set()

@@ -5,6 +5,8 @@
 // command for each button; questions and refusals come as message boxes.
 // The command-line tool drives it the same way.
 
+#include "database/tmp_tables_lock.h"
+
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -30,9 +32,11 @@ public:
 
     // Each time the screen comes to the front: empties the temporary tables
     // and fills them again from the selection lists, chooses the set of
-    // pupils and lists them.
+    // pupils and lists them. The first time, it takes the database's lock on
+    // the temporary tables, which it keeps until unload: while this screen
+    // is open no other run can change what it prepared.
     bool prepare();
-    // When the screen unloads.
+    // When the screen unloads: empties the temporary tables and gives the lock back.
     bool unload();
 
     // The option buttons.
@@ -58,8 +62,14 @@ public:
     bool run_script();
 
 private:
+    // The commands that work from the prepared tables refuse to run on a
+    // preparation that failed, rather than run on whatever the tables hold.
+    bool ready_to_run();
     bool setup_pupil_set();
     void list_pupils();
     bool run_script_file(const QString& path, bool& could_not_open);
     bool delete_selected(bool term_invoices);
+
+    TmpTablesLock lock_;
+    bool prepared_ = false;
 };

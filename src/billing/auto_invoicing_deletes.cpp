@@ -96,6 +96,8 @@ bool AutoInvoicing::delete_selected_activities()
 
 bool AutoInvoicing::delete_selected(bool term_invoices)
 {
+    if (!ready_to_run())
+        return false;
     int count = 0;
     if (!DB_Delete_Selected_Invoices(term_invoices, count)) {
         status = QStringLiteral("Error during Deletion of selected invoices");

@@ -62,6 +62,8 @@ bool AutoInvoicing::run_script_file(const QString& path, bool& could_not_open)
 bool AutoInvoicing::insert_term()
 {
     status.clear();
+    if (!ready_to_run())
+        return false;
     if (Sel_Terms().is_empty()) {
         refuse(QStringLiteral("There must be one specified term. ") + line_end
                + QStringLiteral("Please choose one by pressing 'Criteria'."));
@@ -86,6 +88,8 @@ bool AutoInvoicing::insert_term()
 
 bool AutoInvoicing::insert_activities()
 {
+    if (!ready_to_run())
+        return false;
     if (Sel_Activity_Dates().is_empty()) {
         refuse(QStringLiteral("There must be one specified activity date. ") + line_end
                + QStringLiteral("Please choose one by pressing 'Criteria'."));

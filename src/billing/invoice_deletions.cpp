@@ -2,6 +2,7 @@
 
 #include "billing/billing_words.h"
 #include "database/db_handling.h"
+#include "database/tmp_tables_lock.h"
 #include "engine/database.h"
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
@@ -20,13 +21,16 @@ const QString delete_receipts_listed =
 const QString delete_lines_listed =
     QStringLiteral("DELETE * FROM Invoice_Lines WHERE Inv_Line_inv_id IN (SELECT * FROM Tmp_Invoices); ");
 
-// One deletion's transaction and its failure report.
+// One deletion's transaction and its failure report. Deletions list their
+// invoices in Tmp_Invoices, so each holds the temporary tables' lock.
 class Deletion {
 public:
     Deletion(QString failure, QString routine) : failure_(std::move(failure)), routine_(std::move(routine)) {}
 
     bool begin()
     {
+        if (!lock_.acquire(Current_Db_Name(), billing_tag()))
+            return false;
         if (Program_Workspace().BeginTrans())
             return true;
         Report_Error(report::Unexpected, failure_, engine::mb::Critical, billing_tag(), routine_);
@@ -64,6 +68,7 @@ public:
 private:
     QString failure_;
     QString routine_;
+    TmpTablesLock lock_;
 };
 
 // The ids in Tmp_Invoices, joined for a literal list.

@@ -127,7 +127,13 @@ bool DB_Clear_Tmp_Tables()
         workspace.Rollback();
         return false;
     }
-    return workspace.CommitTrans();
+    if (!workspace.CommitTrans()) {
+        Report_Error(report::Unexpected, QStringLiteral("Unexpected error clearing the temporary tables"),
+                     engine::mb::Critical, billing_tag(), QStringLiteral("DB_Clear_Tmp_Tables"));
+        workspace.Rollback();
+        return false;
+    }
+    return true;
 }
 
 bool Setup_Terms(QString& term_label)

@@ -79,6 +79,9 @@ int run_rows_or_action(engine::Recordset* rows, bool is_rows, long long affected
 
 int query(QStringList args)
 {
+    // "--null NAME" gives a parameter no value at all, as a screen passes a
+    // blank box; "NAME=" gives it the empty text.
+    const QStringList null_parameters = take_option(args, QStringLiteral("--null"));
     if (args.size() < 2)
         return 2;
     const QString database = args.takeFirst();
@@ -94,7 +97,11 @@ int query(QStringList args)
     bool ok = definition != nullptr;
     for (const QString& assignment : args) {
         const qsizetype equals = assignment.indexOf(QLatin1Char('='));
-        if (!ok || equals <= 0) {
+        if (!ok)
+            break;
+        if (equals <= 0) {
+            engine::Err().Raise(engine::vberr::InvalidProcedureCall,
+                                QStringLiteral("not PARAM=VALUE or --null PARAM: ") + assignment);
             ok = false;
             break;
         }
@@ -104,6 +111,11 @@ int query(QStringList args)
             if (p.Name.compare(parameter, Qt::CaseInsensitive) == 0)
                 value = parameter_value(p, value.toString());
         ok = definition->set_parameter(parameter, value);
+    }
+    for (const QString& parameter : null_parameters) {
+        if (!ok)
+            break;
+        ok = definition->set_parameter(parameter, QVariant());
     }
     if (ok && is_row_query(definition->SQL())) {
         auto rows = definition->OpenRecordset();
@@ -154,7 +166,7 @@ QString database_usage()
 {
     return QStringLiteral("       quillary-cli create DB [--no-blank-row]\n"
                           "       quillary-cli refresh-queries DB\n"
-                          "       quillary-cli query DB NAME [PARAM=VALUE ...]\n"
+                          "       quillary-cli query DB NAME [PARAM=VALUE ...] [--null PARAM ...]\n"
                           "       quillary-cli sql DB \"STATEMENT\"\n");
 }
 

@@ -240,7 +240,12 @@ int invoice(const QString& action, QStringList args)
             use_scripts_folder(scripts[0]);
         selection.apply();
         AutoInvoicing screen;
-        screen.prepare();
+        // What the preparation could not set up has been said already; no
+        // button is pressed on it.
+        if (!screen.prepare()) {
+            screen.unload();
+            return 1;
+        }
         const bool done = button(screen);
         print_line(screen.status);
         screen.unload();
