@@ -99,14 +99,18 @@ int backup(const QStringList& args)
     if (!is_new_name(target) || !DB_Compact_Database(source, target))
         return finish(false, QString(), QStringLiteral("copy failed"));
     out() << "Successfully Copied. Please keep it in a safe place!\n";
-    if (open_database(source)) {
+    // The copy stands either way; the exit status says whether the source
+    // also records it as its last backup.
+    bool recorded = open_database(source);
+    if (recorded) {
         Sys_Record().backup_filename = target;
         Sys_Record().backup_date = engine::now();
-        if (!DB_Update_Sys(Sys_Record()))
+        recorded = DB_Update_Sys(Sys_Record());
+        if (!recorded)
             out() << "Couldn't update the backup info in the current database.\n";
     }
     close_all();
-    return 0;
+    return recorded ? 0 : 1;
 }
 
 int merge(const QStringList& args)

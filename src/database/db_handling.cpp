@@ -103,6 +103,46 @@ void reconcile_file_locations()
         settings.report_list = record.report_list;
 }
 
+// When the system table can't be read, the engine's words say what failed
+// but not what the secretary can do about it: say what the file is.
+void explain_unreadable_system_table(engine::Database& db)
+{
+    const engine::ErrState cause = engine::Err();
+    if (cause.Number == engine::jet::FileInUse || cause.Number == engine::jet::Damaged)
+        return;  // already in words to act on
+    if (db.TableDef_names().isEmpty()) {
+        engine::raise_engine_error(engine::jet::UnrecognizedFormat,
+                                   QStringLiteral("The file is empty: it is not a Quillary database."));
+    } else if (!db.has_table(QStringLiteral("Sys_tab"))) {
+        engine::raise_engine_error(engine::jet::UnrecognizedFormat,
+                                   QStringLiteral("The file is a database, but not a Quillary database: it has no system "
+                                                  "table (Sys_tab)."));
+    } else if (!db.QueryDef_names().contains(QStringLiteral("Qry_Select_Sys"), Qt::CaseInsensitive)) {
+        engine::raise_engine_error(engine::jet::InputTableNotFound,
+                                   QStringLiteral("The database has lost its stored queries (Qry_Select_Sys is missing). "
+                                                  "It was not made by Quillary, or it has been changed by another program."));
+    } else {
+        engine::Err() = cause;
+    }
+}
+
+// The version is a number from 0 to 255; anything else was not written by
+// the program, and asking to upgrade it would only fail.
+bool read_version(const QVariant& stored, quint8& version)
+{
+    bool whole = false;
+    const qlonglong number = stored.toLongLong(&whole);
+    if (whole && stored.typeId() != QMetaType::QString && number >= 0 && number <= 255) {
+        version = static_cast<quint8>(number);
+        return true;
+    }
+    engine::raise_engine_error(engine::jet::DataTypeMismatch,
+                               QStringLiteral("The database version in the system table is '%1', which is not a version "
+                                              "number: this file was not made by Quillary, or it has been changed by hand.")
+                                   .arg(stored.isNull() ? QStringLiteral("empty") : stored.toString()));
+    return false;
+}
+
 // Deletes one file; true when it is gone or was never there.
 bool remove_file(const QString& name, int& error)
 {
@@ -195,6 +235,8 @@ bool DB_Read_Sys(SystemRecord& record)
     engine::Database* db = current_handle();
     std::unique_ptr<engine::Recordset> rows = db ? db->OpenRecordset(QStringLiteral("Qry_Select_Sys")) : nullptr;
     if (!rows) {
+        if (db)
+            explain_unreadable_system_table(*db);
         Report_Error(report::Unexpected, QStringLiteral("Unexpected error reading Sys table."), engine::mb::Critical,
                      QStringLiteral("gendbde"), QStringLiteral("DB_Read_Sys"));
         return false;
@@ -206,7 +248,11 @@ bool DB_Read_Sys(SystemRecord& record)
                      engine::mb::Critical, tag_handling);
         return false;
     }
-    record.version = static_cast<quint8>(rows->Fields(QStringLiteral("s_DB_Type")).toInt());
+    if (!read_version(rows->Fields(QStringLiteral("s_DB_Type")), record.version)) {
+        Report_Error(report::Unexpected, QStringLiteral("Unexpected error reading Sys table."), engine::mb::Critical,
+                     QStringLiteral("gendbde"), QStringLiteral("DB_Read_Sys"));
+        return false;
+    }
     if (const QVariant created = rows->Fields(QStringLiteral("s_Creation_Date")); !created.isNull())
         record.creation_date = created.toDateTime();
     if (const QVariant backup = rows->Fields(QStringLiteral("s_Backup_Date")); !backup.isNull())
@@ -245,6 +291,16 @@ void DB_Close_All()
 {
     engine::DBEngine::Idle();
     engine::Workspace& workspace = Program_Workspace();
+    // A transaction that a failed routine left open is undone here, as the
+    // engine undoes it when a workspace closes, so that the next database
+    // opened does not join it.
+    if (workspace.transaction_depth() > 0) {
+        Report_Error(report::Trace, QStringLiteral("Changes never committed were undone on closing"), engine::mb::OkOnly,
+                     tag_handling);
+        while (workspace.transaction_depth() > 0)
+            workspace.Rollback();
+        engine::Err().Clear();
+    }
     const auto open = workspace.Databases();
     for (auto it = open.rbegin(); it != open.rend(); ++it) {
         workspace.close_database(*it);

@@ -129,14 +129,17 @@ bool Check_Family_Deletion(qint32 family_id)
 
     engine::Workspace& workspace = Program_Workspace();
     QString step = QStringLiteral("begin transaction");
+    bool began = false;
     auto trap = [&] {
         Report_Error(report::Unexpected, failure, engine::mb::Critical, module,
                      QStringLiteral("Check_Family_Deletion - ") + step);
-        workspace.Rollback();
+        if (began)
+            workspace.Rollback();
         return false;
     };
     if (!workspace.BeginTrans())
         return trap();
+    began = true;
     step = QStringLiteral("pupils");
     engine::Database* db = Current_Db();
     std::unique_ptr<engine::QueryDef> names = db ? db->QueryDefs(QStringLiteral("Qry_Select_Pupil_Names")) : nullptr;

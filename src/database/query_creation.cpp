@@ -43,6 +43,7 @@ bool create_stored_queries(engine::Database& db, const std::vector<StoredQueryTe
     }
     if (batched && !workspace.CommitTrans()) {
         Report_Error(report::Unexpected, report_text, engine::mb::OkOnly, tag_definitions);
+        workspace.Rollback();
         ++errors;
     }
     return errors == 0;

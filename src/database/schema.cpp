@@ -144,8 +144,10 @@ bool DB_Create_Database(const QString& name, bool insert_blank_row)
         discard_new_file(workspace, db, name);
         return false;
     }
-    if (!workspace.CommitTrans())
+    if (!workspace.CommitTrans()) {
+        workspace.Rollback();
         return abandon_creation(workspace, db, name, QStringLiteral("commit transaction"));
+    }
 
     if (!DB_Create_Queries(*db))
         return abandon_creation(workspace, db, name, QStringLiteral("error creating queries"));

@@ -77,13 +77,16 @@ bool apply_all(engine::Database& db, const Step& step, const std::vector<Change>
 }
 
 // The first step's routine text has a blank before "in"; the later ones don't.
-bool fail_step(const Step& step, const QString& label)
+// `began` says whether the step's own transaction is open: only that is
+// undone, never a caller's.
+bool fail_step(const Step& step, const QString& label, bool began = true)
 {
     const QString joint = step.from == 1 ? QStringLiteral(" in ") : QStringLiteral("in ");
     Report_Error(report::Unexpected,
                  QStringLiteral("Could not upgrade the database from %1 to %2").arg(step.from).arg(step.to),
                  engine::mb::OkOnly, tag, label + joint + step.routine);
-    Program_Workspace().Rollback();
+    if (began)
+        Program_Workspace().Rollback();
     return false;
 }
 
@@ -105,11 +108,11 @@ bool run_upgrade_step(int from, SystemRecord& record)
     QString label = QStringLiteral("begin transaction");
     if (!step || !db) {
         raise_not_found();
-        return step ? fail_step(*step, label) : false;
+        return step ? fail_step(*step, label, false) : false;
     }
     engine::Workspace& workspace = Program_Workspace();
     if (!workspace.BeginTrans())
-        return fail_step(*step, label);
+        return fail_step(*step, label, false);
 
     const Change version{QStringLiteral("sys_tab"), ChangeKind::Statement, upgrade::version_statement(step->to)};
     if (!apply_all(*db, *step, step->changes, label) || !apply_all(*db, *step, {version}, label)

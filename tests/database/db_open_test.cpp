@@ -14,8 +14,10 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <functional>
 
 using testing_support::ScriptedBoxes;
 
@@ -130,6 +132,75 @@ TEST_F(DbOpenTest, AnEmptySystemTableIsRefused)
     EXPECT_FALSE(DB_Open(name));
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_TRUE(Current_Db_Name().isEmpty());
+}
+
+// Files that are no usable Quillary database: each is refused under the
+// usual headline with words that say what the file is, and left as it was.
+TEST_F(DbOpenTest, FilesThatAreNoQuillaryDatabaseSayWhatTheyAre)
+{
+    struct Case {
+        const char* file;
+        std::function<void(const QString&)> make;
+        QString headline;
+        QString detail;
+    };
+    const auto write = [](const QString& name, const QByteArray& bytes) {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    };
+    const auto plain_sqlite = [](const QString& name) {
+        engine::Workspace ws;
+        engine::Database* db = ws.CreateDatabase(name);
+        ASSERT_TRUE(db && db->execute_native(QStringLiteral("CREATE TABLE Expenses (Item TEXT, Cost REAL)")));
+        ws.Close();
+    };
+    const auto changed_school = [this](const QString& sql) {
+        return [this, sql](const QString& name) {
+            QFile::copy(school(QStringLiteral("template-") + QFileInfo(name).fileName()), name);
+            engine::Workspace ws;
+            engine::Database* db = ws.OpenDatabase(name);
+            ASSERT_TRUE(db && db->execute_native(sql)) << engine::Err().Description.toStdString();
+            ws.Close();
+        };
+    };
+    const auto damaged_school = [this](const QString& name) {
+        QFile::copy(school(QStringLiteral("template-damaged.mdb")), name);
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const qint64 size = file.size();
+        ASSERT_TRUE(file.resize(size / 3));
+    };
+    const QString reading_sys = QStringLiteral("Unexpected error reading Sys table.");
+    const QString opening = QStringLiteral("Could not open the database");
+    const QList<Case> cases = {
+        {"empty.mdb", [&](const QString& n) { write(n, QByteArray()); }, reading_sys,
+         QStringLiteral("The file is empty: it is not a Quillary database.")},
+        {"letter.mdb", [&](const QString& n) { write(n, QByteArray("Dear parents, the summer show is on Saturday.\n").repeated(200)); },
+         opening, QStringLiteral("the file is not a Quillary database, or it is damaged")},
+        {"expenses.mdb", plain_sqlite, reading_sys, QStringLiteral("not a Quillary database: it has no system table")},
+        {"noqueries.mdb", changed_school(QStringLiteral("DELETE FROM Quillary_QueryDefs")), reading_sys,
+         QStringLiteral("3078 : The database has lost its stored queries (Qry_Select_Sys is missing).")},
+        {"textversion.mdb",
+         changed_school(QStringLiteral("DROP TRIGGER IF EXISTS \"qy_Sys_tab_check_update\"; "
+                                       "UPDATE Sys_tab SET s_DB_Type = 'thirteen'")),
+         reading_sys, QStringLiteral("The database version in the system table is 'thirteen', which is not a version number")},
+        {"truncated.mdb", damaged_school, QString(), QStringLiteral("damaged")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.file);
+        const QString name = dir.filePath(QLatin1String(c.file));
+        c.make(name);
+        const QByteArray before = digest(name);
+        ScriptedBoxes boxes;
+        boxes.expect(c.headline.isEmpty() ? c.detail : c.headline, engine::answer::Ok);
+        EXPECT_FALSE(DB_Open(name));
+        ASSERT_EQ(boxes.shown().size(), 1);
+        EXPECT_TRUE(boxes.shown().first().contains(c.detail)) << boxes.shown().first().toStdString();
+        EXPECT_EQ(Current_Db(), nullptr);
+        EXPECT_TRUE(Program_Workspace().Databases().empty());
+        EXPECT_EQ(digest(name), before);
+    }
 }
 
 TEST_F(DbOpenTest, SettingsKeepingLocationsInTheDatabaseMeetADatabaseWithout)
