@@ -97,8 +97,10 @@ Rules rules_for(const QList<Column>& columns)
             break;
         case FieldType::Currency:
             rules.checks << QStringLiteral("WHEN typeof(%1) = 'text' THEN %2").arg(col, raise(3464, QStringLiteral("Data type mismatch in criteria expression.")));
-            rules.normalize_when << QStringLiteral("%1 IS NOT round(%1, 4)").arg(col);
-            rules.assignments << QStringLiteral("%1 = round(%1, 4)").arg(quoted(c.name));
+            // A half goes to even, as the platform's conversion to currency
+            // rounds; SQLite's round() would take it away from zero.
+            rules.normalize_when << QStringLiteral("%1 IS NOT jet_currency(%1)").arg(col);
+            rules.assignments << QStringLiteral("%1 = jet_currency(%1)").arg(quoted(c.name));
             break;
         case FieldType::Single:
             // jet_single raises for text and for numbers beyond single range.

@@ -1,5 +1,6 @@
 #include "engine/sql_functions.h"
 
+#include "engine/currency.h"
 #include "engine/jet_date.h"
 #include "engine/sqlite_connection.h"
 #include "engine/vb_values.h"
@@ -90,6 +91,25 @@ void fn_jet_round(sqlite3_context* context, int, sqlite3_value** argv)
         return;
     }
     sqlite3_result_int64(context, static_cast<sqlite3_int64>(vb::round_half_even(d)));
+}
+
+// A value for a CURRENCY column: four places, a half to even.
+void fn_jet_currency(sqlite3_context* context, int, sqlite3_value** argv)
+{
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_NULL:
+        sqlite3_result_null(context);
+        return;
+    case SQLITE_INTEGER:
+        sqlite3_result_int64(context, sqlite3_value_int64(argv[0]));
+        return;
+    case SQLITE_FLOAT:
+        sqlite3_result_double(context, Currency::from_double(sqlite3_value_double(argv[0])).to_double());
+        return;
+    default:
+        result_error(context, 3464, QStringLiteral("Data type mismatch in criteria expression."));
+        return;
+    }
 }
 
 // A value for a SINGLE column: held to single precision, as the column's
@@ -232,6 +252,7 @@ void install_sql_functions(sqlite3* db)
         {"format", 1, fn_format, true},       {"format", 2, fn_format, true},
         {"Now", 0, fn_now, false},            {"jet_today", 0, fn_date, false},
         {"jet_date_serial", 1, fn_jet_date_serial, true}, {"jet_single", 1, fn_jet_single, true},
+        {"jet_currency", 1, fn_jet_currency, true},
     };
     for (const Function& f : functions) {
         const int flags = SQLITE_UTF8 | (f.deterministic ? SQLITE_DETERMINISTIC : 0);

@@ -69,6 +69,32 @@ TEST_F(TermInvoicingTest, TheDefaultScriptsInvoiceEveryFamilyOnACourseWithItsLin
               1);
 }
 
+TEST_F(TermInvoicingTest, MoneyThatDoesNotComeOutEvenIsInvoicedTotalledAndBalancedToTheTenThousandth)
+{
+    // 17 an hour for 50 minutes, 11 Saturdays: 155.8333... for the term.
+    school.set_standard(QStringLiteral("Deflt_Course_Hourly_Rate"), 17);
+    const int contemporary =
+        school.add_course(NewCourse(QStringLiteral("Contemporary")).on(code::weekday::Saturday).lasting(50));
+    school.put_on_course(school.eve, contemporary);
+    Sel_Terms().append(school.spring);
+    Sel_Pupils().append(school.eve);
+    ASSERT_TRUE(run_term());
+    EXPECT_EQ(school.lines(), QStringList({QStringLiteral("Dyer|Eve's Contemporary|3|155.8333")}));
+    const auto owes = school.rows(QStringLiteral("Qry_Select_Family_Owes"), {{QStringLiteral("par_Family_id"), school.dyer}});
+    ASSERT_EQ(owes.size(), 1);
+    EXPECT_EQ(testing_support::money_text(owes.front()["Owes"]), QStringLiteral("155.8333"));
+
+    // A receipt of exactly that settles it.
+    const int invoice = school.scalar(QStringLiteral("SELECT Invoice_id FROM Invoices WHERE Invoice_Family_id = %1")
+                                          .arg(school.dyer))
+                            .toInt();
+    school.add_receipt(invoice, 155.8333);
+    EXPECT_EQ(school.rows(QStringLiteral("Qry_Select_Paid_Invoices")).size(), 1);
+    EXPECT_EQ(school.rows(QStringLiteral("Qry_Select_Family_Invoices_Unpaid"), {{QStringLiteral("par_Family_id"), school.dyer}})
+                  .size(),
+              0);
+}
+
 TEST_F(TermInvoicingTest, ASecondRunForTheSameFamiliesFailsAndChangesNothing)
 {
     Sel_Terms().append(school.spring);

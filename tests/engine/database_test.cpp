@@ -173,6 +173,16 @@ TEST_F(EngineTest, MoneyIsExactToFourPlacesInSumsAndComparisons)
     auto rows = db().OpenRecordset(QStringLiteral("SELECT Amount FROM Invoice_Lines WHERE Line_Family_id = 2"));
     ASSERT_TRUE(rows);
     EXPECT_EQ(rows->Fields(QStringLiteral("Amount")).value<engine::Currency>(), engine::Currency::from_units(12346));
+
+    // A half at the fifth place goes to the even neighbour, as the platform's
+    // conversion to currency rounds, whoever writes the column (halves that a
+    // double holds exactly: 1/32, 3/32, 5/32).
+    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Receipts (Receipt_Family_id, Receipt_Amount) VALUES "
+                                    "(3, 0.03125), (4, 0.09375), (5, 0.15625), (6, -0.03125)")));
+    EXPECT_EQ(t.scalar(QStringLiteral("SELECT group_concat(CAST(Receipt_Amount * 10000 AS INTEGER), ' ') FROM Receipts "
+                                      "WHERE Receipt_Family_id > 2"))
+                  .toString(),
+              QStringLiteral("312 938 1562 -312"));
 }
 
 TEST_F(EngineTest, DirectSqlSpeaksJetsDialect)
