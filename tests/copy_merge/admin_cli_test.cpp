@@ -3,21 +3,16 @@
 
 #include "database/db_handling.h"
 #include "support/admin_school.h"
+#include "support/cli_runner.h"
 
 #include <QFile>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::CliRun;
 using testing_support::NewActivity;
 
 namespace {
-
-struct ToolRun {
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 class AdminCliTest : public ::testing::Test {
 protected:
@@ -33,19 +28,7 @@ protected:
         DB_Close_All();
     }
 
-    ToolRun tool(const QStringList& args)
-    {
-        QProcess process;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("XDG_CONFIG_HOME"), school.file(QStringLiteral("config")));
-        process.setProcessEnvironment(env);
-        process.start(QStringLiteral(QUILLARY_CLI_PATH), args);
-        EXPECT_TRUE(process.waitForFinished(60000));
-        return ToolRun{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                       QString::fromUtf8(process.readAllStandardError())};
-    }
-
-    static bool knows_admin_commands(const ToolRun& run) { return !(run.status == 2 && run.err.contains("usage:")); }
+    CliRun tool(const QStringList& args) { return testing_support::CliRunner(school.file(QStringLiteral("config"))).run(args); }
 
     QStringList values(const QString& path, const QString& sql) { return AdminSchool::values_in(path, sql); }
 
@@ -55,9 +38,7 @@ protected:
 TEST_F(AdminCliTest, CopyMakesTheNewFileWithoutTheBlankRowThenCopiesAsCopySelectionDoes)
 {
     const QString some = school.file(QStringLiteral("some.qdb"));
-    ToolRun run = tool({QStringLiteral("copy"), school.path(), some});
-    if (!knows_admin_commands(run))
-        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    CliRun run = tool({QStringLiteral("copy"), school.path(), some});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_EQ(run.out, QStringLiteral("successfully copied\n"));
     EXPECT_EQ(values(some, "SELECT count(*) FROM Standard_Values"), QStringList{"1"});
@@ -86,9 +67,7 @@ TEST_F(AdminCliTest, CopyMakesTheNewFileWithoutTheBlankRowThenCopiesAsCopySelect
 TEST_F(AdminCliTest, BackupMakesTheCompressedCopyAndRecordsItInTheSource)
 {
     const QString copy = school.file(QStringLiteral("backup.qdb"));
-    const ToolRun run = tool({QStringLiteral("backup"), school.path(), copy});
-    if (!knows_admin_commands(run))
-        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    const CliRun run = tool({QStringLiteral("backup"), school.path(), copy});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("Successfully Copied. Please keep it in a safe place!")));
     EXPECT_EQ(values(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
@@ -98,9 +77,7 @@ TEST_F(AdminCliTest, BackupMakesTheCompressedCopyAndRecordsItInTheSource)
 TEST_F(AdminCliTest, MergeAndRepairSayHowTheyWent)
 {
     const QString target = school.file(QStringLiteral("target.qdb"));
-    ToolRun run = tool({QStringLiteral("copy"), school.path(), target});
-    if (!knows_admin_commands(run))
-        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
+    CliRun run = tool({QStringLiteral("copy"), school.path(), target});
     run = tool({QStringLiteral("merge"), school.path(), target});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_EQ(run.out, QStringLiteral("Successfully merged\n"));

@@ -13,11 +13,11 @@
 #include "old_version_file.h"
 #include "shell/app_globals.h"
 #include "shell/settings.h"
+#include "support/cli_runner.h"
 #include "support/scripted_boxes.h"
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -318,17 +318,10 @@ TEST_F(UpgradeTest, AnInvoicingTableThatCantBeMadeFailsTheStepThreeToFour)
 TEST_F(UpgradeTest, TheToolUpgradesAFileAnsweringYes)
 {
     const QString path = old_file(4);
-    QProcess tool;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), dir.filePath(QStringLiteral("config")));
-    tool.setProcessEnvironment(env);
-    tool.start(QStringLiteral(QUILLARY_CLI_PATH), {QStringLiteral("upgrade"), path});
-    ASSERT_TRUE(tool.waitForFinished(60000));
-    const QString errors = QString::fromUtf8(tool.readAllStandardError());
-    if (tool.exitCode() == 2 && errors.contains(QStringLiteral("usage:")))
-        GTEST_SKIP() << "quillary-cli doesn't offer the administration commands yet";
-    EXPECT_EQ(tool.exitCode(), 0) << errors.toStdString();
-    EXPECT_TRUE(QString::fromUtf8(tool.readAllStandardOutput()).contains(QStringLiteral("The database has been upgraded.")));
+    const testing_support::CliRun run =
+        testing_support::CliRunner(dir.filePath(QStringLiteral("config"))).run({QStringLiteral("upgrade"), path});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(QStringLiteral("The database has been upgraded.")));
     EXPECT_EQ(value(path, "SELECT s_DB_Type FROM Sys_tab"), "13");
 }
 
