@@ -286,6 +286,22 @@ QString single_quoted(const QString& value)
     return QLatin1Char('\'') + QString(value).replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
 }
 
+// Whether a quoted token ends with its closing quote: after the opening
+// one, doubled quotes stand for one and a single one closes.
+bool is_closed_quote(const QString& text)
+{
+    const QChar quote = text.front();
+    for (qsizetype i = 1; i < text.size(); ++i) {
+        if (text[i] != quote)
+            continue;
+        if (i + 1 < text.size() && text[i + 1] == quote)
+            ++i;
+        else
+            return i == text.size() - 1;
+    }
+    return false;
+}
+
 // True/False as a word of its own: not a qualified name's part, not a parameter.
 bool is_boolean_constant(const QList<JetToken>& tokens, qsizetype i)
 {
@@ -304,7 +320,11 @@ void rewrite_literals(QList<JetToken>& tokens)
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         JetToken& token = tokens[i];
         if (token.kind == JetTokenKind::DoubleQuoted) {
-            token = {JetTokenKind::SingleQuoted, single_quoted(quoted_text_value(token))};
+            QString text = single_quoted(quoted_text_value(token));
+            // A string the file never closed stays open, for SQLite to refuse.
+            if (!is_closed_quote(token.text))
+                text.chop(1);
+            token = {JetTokenKind::SingleQuoted, text};
         } else if (token.kind == JetTokenKind::DateLiteral) {
             const auto value = parse_jet_date_literal(token.text.mid(1, token.text.size() - 2));
             token = {JetTokenKind::SingleQuoted, single_quoted(date_to_storage(*value))};

@@ -180,6 +180,40 @@ TEST_F(RecordsetTest, ClonesShareRowsAndBookmarks)
     EXPECT_EQ(name(*rows), QStringLiteral("Smith"));
 }
 
+TEST_F(RecordsetTest, ARowAnotherCursorDeletedCanNeitherBeReadNorEditedAndTheCursorMovesOn)
+{
+    auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
+    ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
+    auto clone = rows->Clone();
+    ASSERT_TRUE(clone->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
+    ASSERT_TRUE(clone->Delete());
+
+    EXPECT_TRUE(rows->Fields(QStringLiteral("Family_Name")).isNull());
+    EXPECT_EQ(Err().Number, engine::jet::RecordIsDeleted);
+    EXPECT_FALSE(rows->Edit());
+    EXPECT_EQ(Err().Number, engine::jet::RecordIsDeleted);
+    EXPECT_EQ(rows->EditMode(), engine::editmode::None);
+    // Moving on passes over the deleted row.
+    ASSERT_TRUE(rows->MovePrevious());
+    EXPECT_EQ(name(*rows), QStringLiteral("Smith"));
+    ASSERT_TRUE(rows->MoveNext());
+    EXPECT_TRUE(rows->at_eof());
+    EXPECT_EQ(t.scalar(QStringLiteral("SELECT count(*) FROM Families WHERE Family_Name = 'Taylor'")).toInt(), 0);
+}
+
+TEST_F(RecordsetTest, ABookmarkFromBeforeARequeryIsNoLongerValid)
+{
+    auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
+    ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Smith'")));
+    const engine::Bookmark smith = rows->bookmark();
+    ASSERT_TRUE(rows->Requery());
+    ASSERT_TRUE(rows->MoveLast());
+    EXPECT_FALSE(rows->set_bookmark(smith));
+    EXPECT_NE(Err().Number, 0);
+    // The cursor stays where it was.
+    EXPECT_EQ(name(*rows), QStringLiteral("Taylor"));
+}
+
 TEST_F(RecordsetTest, RequerySeesChangesMadeElsewhere)
 {
     auto rows = open(QStringLiteral("Families"));

@@ -274,3 +274,46 @@ TEST_F(SqlCompatSqlite, InsertSelectFillsColumnsByNameAsJetDoes)
     ASSERT_TRUE(run("INSERT INTO Notes SELECT note AS note, flag AS flag FROM Holidays WHERE flag = 1"));
     EXPECT_EQ(column("SELECT note FROM Notes"), QStringList{QStringLiteral("New")});
 }
+
+// The forms a school's script meets less often, each run by SQLite after the
+// step, with the rows it gives.
+TEST_F(SqlCompatSqlite, LessCommonFormsRunAsJetWouldRunThem)
+{
+    ASSERT_TRUE(run("CREATE TABLE [Day Notes] (flag INTEGER, note TEXT)"));
+    struct Case {
+        const char* jet;
+        const char* query;
+        QStringList rows;
+    };
+    const QList<Case> cases = {
+        {nullptr, "SELECT CASE WHEN flag = 1 THEN \"on \" & note ELSE \"off\" & note END FROM Holidays ORDER BY flag",
+         {QStringLiteral("off"), QStringLiteral("on New")}},
+        {nullptr, "SELECT flag FROM Holidays WHERE note & \"\" IN (\"New\" & \"\", \"x\")", {QStringLiteral("1")}},
+        {"INSERT INTO [Day Notes] SELECT coalesce(note, \"a, b\") AS note, flag AS flag FROM Holidays WHERE flag = 0",
+         "SELECT note FROM [Day Notes]", {QStringLiteral("a, b")}},
+        {"INSERT INTO [Day Notes] SELECT note AS note, 5 AS flag FROM Holidays WHERE flag = 1 "
+         "UNION SELECT 'u' AS note, 6 AS flag FROM Holidays WHERE flag = 1",
+         "SELECT note & flag FROM [Day Notes] WHERE flag > 4 ORDER BY flag", {QStringLiteral("New5"), QStringLiteral("u6")}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.query);
+        if (c.jet)
+            ASSERT_TRUE(run(c.jet));
+        EXPECT_EQ(column(c.query), c.rows);
+    }
+}
+
+TEST(SqlCompatRewrite, UnterminatedQuotesAndBracketsRunToTheEndForSqliteToRefuse)
+{
+    for (const char* sql : {"SELECT \"open", "SELECT 'open", "SELECT [open", "SELECT (1 & 2", "SELECT 1 & 2)"}) {
+        SCOPED_TRACE(sql);
+        QString converted;
+        EXPECT_TRUE(engine::jet_to_sqlite(QString::fromUtf8(sql), converted));
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+        sqlite3_stmt* statement = nullptr;
+        EXPECT_NE(sqlite3_prepare_v2(db, converted.toUtf8().constData(), -1, &statement, nullptr), SQLITE_OK);
+        sqlite3_finalize(statement);
+        sqlite3_close(db);
+    }
+}
