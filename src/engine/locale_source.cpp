@@ -2,9 +2,44 @@
 
 namespace engine {
 
-int QtLocaleSource::date_order_of(const QString& pattern)
+namespace {
+
+// A pattern without its quoted text ("d 'de' MMMM", "HH 'h' mm"), whose
+// letters are words, not fields.
+QString without_quoted_text(const QString& pattern)
 {
-    const qsizetype d = pattern.indexOf(QLatin1Char('d'));
+    QString fields;
+    bool quoted = false;
+    for (const QChar c : pattern) {
+        if (c == QLatin1Char('\''))
+            quoted = !quoted;
+        else if (!quoted)
+            fields += c;
+    }
+    return fields;
+}
+
+// Where the day of the month stands: "d" or "dd", not the weekday's name
+// ("ddd", "dddd") that long patterns begin with. -1 when there is none.
+qsizetype day_of_month_at(const QString& pattern)
+{
+    for (qsizetype i = 0; i < pattern.size();) {
+        qsizetype end = i;
+        while (end < pattern.size() && pattern[end] == pattern[i])
+            ++end;
+        if (pattern[i] == QLatin1Char('d') && end - i <= 2)
+            return i;
+        i = end;
+    }
+    return -1;
+}
+
+}  // namespace
+
+int QtLocaleSource::date_order_of(const QString& quoted_pattern)
+{
+    const QString pattern = without_quoted_text(quoted_pattern);
+    const qsizetype d = day_of_month_at(pattern);
     const qsizetype m = pattern.indexOf(QLatin1Char('M'));
     const qsizetype y = pattern.indexOf(QLatin1Char('y'));
     if (y >= 0 && (m < 0 || y < m) && (d < 0 || y < d))
@@ -14,10 +49,11 @@ int QtLocaleSource::date_order_of(const QString& pattern)
     return 1;
 }
 
-QString QtLocaleSource::separator_of(const QString& pattern, QChar field)
+QString QtLocaleSource::separator_of(const QString& quoted_pattern, QChar field)
 {
     // The first run of characters that follows a run of `field` letters and
-    // is neither a letter nor a quote.
+    // is not a letter.
+    const QString pattern = without_quoted_text(quoted_pattern);
     const qsizetype start = pattern.indexOf(field);
     if (start < 0)
         return QString();
@@ -25,7 +61,7 @@ QString QtLocaleSource::separator_of(const QString& pattern, QChar field)
     while (i < pattern.size() && pattern[i] == field)
         ++i;
     QString separator;
-    while (i < pattern.size() && !pattern[i].isLetter() && pattern[i] != QLatin1Char('\'')) {
+    while (i < pattern.size() && !pattern[i].isLetter()) {
         separator += pattern[i];
         ++i;
     }
