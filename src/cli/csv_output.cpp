@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QStringList>
+#include <algorithm>
 
 namespace cli {
 
@@ -12,7 +13,8 @@ namespace {
 
 QString csv_field(const QString& text)
 {
-    if (!text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"')) && !text.contains(QLatin1Char('\n')))
+    static const QString needs_quotes = QStringLiteral(",\"\n\r");
+    if (std::none_of(text.begin(), text.end(), [](QChar c) { return needs_quotes.contains(c); }))
         return text;
     return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
 }

@@ -3,6 +3,7 @@
 
 #include "support/cli_runner.h"
 
+#include <QFile>
 #include <QLockFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -104,6 +105,60 @@ TEST_F(ScriptingRunsTest, AQueryTakesNullsAndNamesWhatIsMissing)
                                  QStringLiteral("SELECT Inv_Line_Pupil_id IS NULL AS no_pupil, Amount FROM Invoice_Lines "
                                                 "WHERE Inv_Line_Type = 9 AND Description = 'Written off'")});
     EXPECT_EQ(line.out, QStringLiteral("no_pupil,Amount\n1,-2.5\n")) << line.out.toStdString();
+}
+
+TEST_F(ScriptingRunsTest, EachScriptingCommandExitsZeroWhenDoneOneWhenRefusedTwoWhenMisused)
+{
+    const QString name = demo(QStringLiteral("commands.mdb"));
+    const QString script = dir.filePath(QStringLiteral("holiday.sql"));
+    QFile file(script);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("display Holiday added.\nINSERT INTO Holidays (Day_Off) VALUES (#03/03/2028#);\nSELECT 1;\n");
+    file.close();
+    struct Case {
+        QStringList args;
+        int status;
+        QString out_contains;
+    };
+    const QString db = name;
+    const QList<Case> cases = {
+        // The unknown command in the script asks; --no abandons the file, --yes skips the statement.
+        {{"run-script", db, script, "--no"}, 1, "Script file abandoned and all changes undone"},
+        {{"run-script", db, script, "--yes"}, 0, "Holiday added. Script successfully applied"},
+        {{"run-script", db}, 2, ""},
+        {{"holiday", "add", db, "2028-03-04"}, 0, ""},
+        {{"holiday", "add", db, "04/03/2028"}, 2, ""},
+        {{"term", "save", db, "--name", "Winter 2027", "--start", "2027-01-04", "--end", "2027-02-26"}, 0,
+         "saved; lessons Sunday to Saturday:"},
+        {{"term", "save", db, "--name", "Backwards", "--start", "2027-05-04", "--end", "2027-02-26"}, 1, ""},
+        {{"invoice", "terms", db, "--term", "1", "--yes"}, 1, "Script file abandoned and all changes undone"},
+        {{"invoice", "delete", db, "terms", "--term", "2", "--no"}, 1, "Deletion Cancelled"},
+        {{"invoice", "delete", db, "terms", "--term", "2", "--yes"}, 0, "Nothing Deleted"},
+        {{"invoice", "activities", db, "--yes"}, 1, ""},
+        {{"invoice", "frobnicate", db}, 2, ""},
+        {{"query", db, "Qry_No_Such_Query"}, 1, ""},
+        {{"sql", db, "SELECT count(*) AS n FROM Holidays WHERE Day_Off >= #03/03/2028#"}, 0, "n\n2\n"},
+        {{"sql", db, "UPDATE Nowhere SET x = 1"}, 1, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.args.join(QLatin1Char(' ')).toStdString());
+        const CliRun run = cli.run(c.args);
+        EXPECT_EQ(run.status, c.status) << run.out.toStdString() << run.err.toStdString();
+        EXPECT_TRUE(run.out.contains(c.out_contains)) << run.out.toStdString();
+        if (c.status == 2)
+            EXPECT_TRUE(run.err.contains(QStringLiteral("usage:")) || !run.err.isEmpty());
+    }
+}
+
+TEST_F(ScriptingRunsTest, RowsArePrintedAsCsvThatSpreadsheetsReadBack)
+{
+    const QString name = demo(QStringLiteral("csv.mdb"));
+    const CliRun run = cli.run({QStringLiteral("sql"), name,
+                                QStringLiteral("SELECT 'Smith, Jones' AS [Family, names], 'say \"hi\"' AS quoted, "
+                                               "'first' || char(10) || 'second' AS lines, 'a' || char(13) AS cr, 'plain' AS p")});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, QStringLiteral("\"Family, names\",quoted,lines,cr,p\n"
+                                      "\"Smith, Jones\",\"say \"\"hi\"\"\",\"first\nsecond\",\"a\r\",plain\n"));
 }
 
 }  // namespace
