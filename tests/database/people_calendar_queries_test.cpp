@@ -76,9 +76,11 @@ TEST(ActivityQueries, ATimetabledEntryHasItsEndWorkedOutAndAnUntimedOneNothing)
     const Rows formats = school.rows("SELECT * FROM Qry_Exam_Results_Formats ORDER BY Results_id");
     ASSERT_EQ(formats.size(), 2u);
     EXPECT_EQ(formats[0]["Results_end_txt"].toString(), "10:45");
-    EXPECT_NEAR(formats[0]["Results_start_dbl"].toDouble(), 10.5 / 24, 1e-9);
-    EXPECT_NEAR(formats[0]["Results_end_dbl"].toDouble(), 10.75 / 24, 1e-9);
-    EXPECT_NEAR(formats[0]["Five_Min_Break_dbl"].toDouble(), 5.0 / 1440, 1e-9);
+    // Exact fractions of a day, so that timetable arithmetic on them cannot
+    // drift by a minute at a boundary.
+    EXPECT_EQ(formats[0]["Results_start_dbl"].toDouble(), 10.5 / 24);
+    EXPECT_EQ(formats[0]["Results_end_dbl"].toDouble(), 10.75 / 24);
+    EXPECT_EQ(formats[0]["Five_Min_Break_dbl"].toDouble(), 5.0 / 1440);
     EXPECT_TRUE(formats[1]["Results_start_date"].isNull());
     EXPECT_TRUE(formats[1]["Results_end_txt"].isNull());
 }
