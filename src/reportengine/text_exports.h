@@ -1,0 +1,20 @@
+#pragma once
+// The exports that need no library of their own, written from the page model:
+// comma-separated values (a row for each printed section of the detail and
+// group areas, or of any area the report leaves in), plain text and Rich Text
+// (the pages' lines, top to bottom, left to right), and HTML (each page as a
+// sheet with every item where the page has it).
+
+#include "reportengine/page_model.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace reportengine {
+
+QByteArray csv_export(const PageModel& model);
+QByteArray text_export(const PageModel& model);
+QByteArray rtf_export(const PageModel& model, const QString& title);
+QByteArray html_export(const PageModel& model, const QString& title);
+
+}  // namespace reportengine
