@@ -45,7 +45,8 @@ PageModel sample()
 QString python(const QString& code, const QByteArray& input)
 {
     QProcess process;
-    process.start(QStringLiteral("python3"), {QStringLiteral("-c"), code});
+    // Debian's own Python, where the packages that read these files are installed.
+    process.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), code});
     process.write(input);
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished(30000));
