@@ -36,11 +36,22 @@ std::vector<std::vector<const PageItem*>> lines_of(const Page& page)
 // About two millimetres to a character of a nine-point font.
 constexpr double mm_per_column = 2.0;
 
-QString text_line(const std::vector<const PageItem*>& items)
+// The page's margin stays on the paper: text starts at the leftmost text of the report.
+double leftmost_text(const PageModel& model)
+{
+    double left = model.paper.width();
+    for (const Page& page : model.pages)
+        for (const PageItem& item : page.items)
+            if (item.kind == PageItem::Kind::Text && !item.text.isEmpty())
+                left = std::min(left, item.rect.left());
+    return left;
+}
+
+QString text_line(const std::vector<const PageItem*>& items, double origin)
 {
     QString line;
     for (const PageItem* item : items) {
-        int column = static_cast<int>(std::lround(item->rect.left() / mm_per_column));
+        int column = static_cast<int>(std::lround((item->rect.left() - origin) / mm_per_column));
         const int width = static_cast<int>(std::lround(item->rect.width() / mm_per_column));
         QString text = item->text;
         if (item->align & Qt::AlignRight)
@@ -88,10 +99,11 @@ QByteArray csv_export(const PageModel& model)
 QByteArray text_export(const PageModel& model)
 {
     QStringList pages;
+    const double origin = leftmost_text(model);
     for (const Page& page : model.pages) {
         QStringList lines;
         for (const auto& items : lines_of(page))
-            lines << text_line(items);
+            lines << text_line(items, origin);
         pages << lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
     }
     return pages.join(QLatin1Char('\f')).toUtf8();
