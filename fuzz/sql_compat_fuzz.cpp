@@ -1,6 +1,7 @@
 // The engine's SQL dialect: the tokenizer, the values of quoted tokens and
 // date literals, and the rewriting that direct SQL goes through.
 
+#include "engine/err.h"
 #include "engine/sql_compat.h"
 #include "fuzz_check.h"
 
@@ -37,6 +38,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     FUZZ_CHECK(joined == sql, "the token texts joined give back the input");
 
     (void)engine::parse_jet_date_literal(sql);
-    (void)engine::jet_to_sqlite(sql);
+    engine::Err().Clear();
+    QString sqlite_text;
+    if (!engine::jet_to_sqlite(sql, sqlite_text)) {
+        FUZZ_CHECK(engine::Err().Number == engine::jet::SyntaxError, "refused text raises a syntax error");
+        FUZZ_CHECK(engine::jet_to_sqlite(sql) == sql, "refused text comes back as it stands");
+    }
     return 0;
 }
