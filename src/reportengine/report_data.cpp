@@ -306,7 +306,8 @@ bool read_report_data(engine::Database& db, const ReportDefinition& report, cons
     auto rows = db.OpenRecordset(select + (where ? QStringLiteral(" WHERE ") + *where : QString()));
     if (!rows)
         return engine_failure(error);
-    for (rows->MoveFirst(); rows->RecordCount() > 0 && !rows->at_eof(); rows->MoveNext()) {
+    const bool any = rows->RecordCount() > 0;
+    for (rows->MoveFirst(); any && !rows->at_eof(); rows->MoveNext()) {
         std::vector<Value> row;
         row.reserve(data.fields.size());
         for (int i = 0; i < data.fields.size(); ++i) {

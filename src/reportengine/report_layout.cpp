@@ -419,13 +419,20 @@ private:
                 return false;
             if (suppressed)
                 continue;
+            // A page break asked for after a section waits for something to print,
+            // so that the last group leaves no empty page behind it.
+            if (!fixed && page_break_pending_) {
+                page_break_pending_ = false;
+                if (!new_page(row))
+                    return false;
+            }
             if (!fixed && y_ + section.height > bottom_ && y_ > body_top_ && !new_page(row))
                 return false;
             if (!place(section, number, row, report_.page.margin_left, y_, data_))
                 return false;
             y_ += section.height;
-            if (section.new_page_after && !fixed && !new_page(row))
-                return false;
+            if (section.new_page_after && !fixed)
+                page_break_pending_ = true;
         }
         return true;
     }
@@ -556,6 +563,7 @@ private:
     std::map<QString, Formula> parsed_;
     LayoutContext context_;
     double top_ = 0, bottom_ = 0, y_ = 0, body_top_ = 0, page_header_height_ = 0;
+    bool page_break_pending_ = false;
 };
 
 }  // namespace

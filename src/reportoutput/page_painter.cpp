@@ -7,6 +7,11 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <mutex>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace reportoutput {
 
 using reportengine::PageItem;
@@ -72,8 +77,24 @@ bool paint_pages(const reportengine::PageModel& model, QPagedPaintDevice& device
     return painter.end();
 }
 
+// The PDF writer grows and frees large buffers page after page; with the C
+// library's default thresholds each is mapped and given back to the system
+// anew, which made a 10,000-page document three times slower. Freed memory
+// is kept for reuse instead.
+static void keep_freed_memory_for_reuse()
+{
+#ifdef __GLIBC__
+    static std::once_flag once;
+    std::call_once(once, [] {
+        mallopt(M_TRIM_THRESHOLD, 64 * 1024 * 1024);
+        mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+    });
+#endif
+}
+
 bool write_pdf(const reportengine::PageModel& model, const QString& path, const QString& title, QString& error)
 {
+    keep_freed_memory_for_reuse();
     {
         QPdfWriter writer(path);
         writer.setResolution(300);
