@@ -10,14 +10,12 @@
 // Brook (Cara on ballet), Cole (Dan, only on the cancelled course) and Dyer
 // (Eve, on no course).
 
-#include "support/school_for_runs.h"
+#include "shell/settings.h"
+#include "support/school_made_current.h"
+#include "support/stored_values.h"
 
 #include <QDir>
 #include <QFileInfo>
-
-#include "engine/currency.h"
-#include "shell/settings.h"
-
 #include <ostream>
 
 // Readable failures for texts and lists of texts.
@@ -27,14 +25,6 @@ inline void PrintTo(const QString& text, std::ostream* out)
 }
 
 namespace testing_support {
-
-// Money as plain text: "150", "-42", "12.5".
-inline QString money_text(const QVariant& value)
-{
-    if (value.userType() == qMetaTypeId<engine::Currency>())
-        return value.value<engine::Currency>().to_string();
-    return value.isNull() ? QStringLiteral("null") : engine::Currency::from_double(value.toDouble()).to_string();
-}
 
 // The default scripts as the build lays them out, found from this source.
 inline QString install_scripts_folder()

@@ -22,7 +22,6 @@ QString without_table(const QString& dump, const QString& table)
     return sections.join(QStringLiteral("== "));
 }
 
-
 using engine::answer::No;
 using engine::answer::Ok;
 using engine::answer::Yes;
@@ -63,10 +62,6 @@ TEST_F(TermInvoicingTest, TheDefaultScriptsInvoiceEveryFamilyOnACourseWithItsLin
                                            QStringLiteral("Ashby|Ben's Jazz Seniors|3|150"),
                                            QStringLiteral("Brook|Cara's Ballet Grade 1|3|120")}));
     EXPECT_EQ(school.count(QStringLiteral("Invoices WHERE Invoice_Term_Id = %1").arg(school.spring)), 3);
-    EXPECT_EQ(school.count(QStringLiteral("Invoice_Lines WHERE Inv_Line_Pupil_id = %1 AND Inv_Line_Course_id = %2")
-                               .arg(school.ben)
-                               .arg(school.jazz)),
-              1);
 }
 
 TEST_F(TermInvoicingTest, MoneyThatDoesNotComeOutEvenIsInvoicedTotalledAndBalancedToTheTenThousandth)

@@ -2,7 +2,8 @@
 // them: the real program on real files.
 
 #include "database/db_handling.h"
-#include "support/admin_school.h"
+#include "support/database_file.h"
+#include "support/school_made_current.h"
 #include "support/cli_runner.h"
 
 #include <QFile>
@@ -11,6 +12,7 @@
 using testing_support::AdminSchool;
 using testing_support::CliRun;
 using testing_support::NewActivity;
+using testing_support::values_in;
 
 namespace {
 
@@ -28,11 +30,10 @@ protected:
         DB_Close_All();
     }
 
-    CliRun tool(const QStringList& args) { return testing_support::CliRunner(school.file(QStringLiteral("config"))).run(args); }
-
-    QStringList values(const QString& path, const QString& sql) { return AdminSchool::values_in(path, sql); }
+    CliRun tool(const QStringList& args) { return cli.run(args); }
 
     AdminSchool school;
+    testing_support::CliRunner cli{school.file(QStringLiteral("config"))};
 };
 
 TEST_F(AdminCliTest, CopyMakesTheNewFileWithoutTheBlankRowThenCopiesAsCopySelectionDoes)
@@ -41,27 +42,22 @@ TEST_F(AdminCliTest, CopyMakesTheNewFileWithoutTheBlankRowThenCopiesAsCopySelect
     CliRun run = tool({QStringLiteral("copy"), school.path(), some});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_EQ(run.out, QStringLiteral("successfully copied\n"));
-    EXPECT_EQ(values(some, "SELECT count(*) FROM Standard_Values"), QStringList{"1"});
-    EXPECT_EQ(values(some, "SELECT Exam_Title FROM Exams"), QStringList{"Grade 1"});
-    EXPECT_EQ(values(some, "SELECT count(*) FROM Term_Dates"), QStringList{"0"});
+    EXPECT_EQ(values_in(some, "SELECT count(*) FROM Standard_Values"), QStringList{"1"});
+    EXPECT_EQ(values_in(some, "SELECT Exam_Title FROM Exams"), QStringList{"Grade 1"});
+    EXPECT_EQ(values_in(some, "SELECT count(*) FROM Term_Dates"), QStringList{"0"});
 
     const QString all = school.file(QStringLiteral("all.qdb"));
     run = tool({QStringLiteral("copy"), school.path(), all, QStringLiteral("--all")});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
-    EXPECT_EQ(values(all, "SELECT count(*) FROM Exams"), QStringList{"2"});
-    EXPECT_EQ(values(all, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
+    EXPECT_EQ(values_in(all, "SELECT count(*) FROM Exams"), QStringList{"2"});
+    EXPECT_EQ(values_in(all, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
 
     // A file that exists already is never a copy's target.
-    QFile original(all);
-    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
-    const QByteArray before = original.readAll();
-    original.close();
+    const QByteArray before = testing_support::digest_of(all);
     run = tool({QStringLiteral("copy"), school.path(), all});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("This filename already exists.")));
-    QFile after(all);
-    ASSERT_TRUE(after.open(QIODevice::ReadOnly));
-    EXPECT_EQ(after.readAll(), before);
+    EXPECT_EQ(testing_support::digest_of(all), before);
 }
 
 TEST_F(AdminCliTest, BackupMakesTheCompressedCopyAndRecordsItInTheSource)
@@ -70,8 +66,8 @@ TEST_F(AdminCliTest, BackupMakesTheCompressedCopyAndRecordsItInTheSource)
     const CliRun run = tool({QStringLiteral("backup"), school.path(), copy});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_TRUE(run.out.startsWith(QStringLiteral("Successfully Copied. Please keep it in a safe place!")));
-    EXPECT_EQ(values(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
-    EXPECT_EQ(values(school.path(), "SELECT s_Backup_filename FROM Sys_tab"), QStringList{copy});
+    EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
+    EXPECT_EQ(values_in(school.path(), "SELECT s_Backup_filename FROM Sys_tab"), QStringList{copy});
 }
 
 TEST_F(AdminCliTest, MergeAndRepairSayHowTheyWent)
@@ -81,7 +77,7 @@ TEST_F(AdminCliTest, MergeAndRepairSayHowTheyWent)
     run = tool({QStringLiteral("merge"), school.path(), target});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
     EXPECT_EQ(run.out, QStringLiteral("Successfully merged\n"));
-    EXPECT_EQ(values(target, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
+    EXPECT_EQ(values_in(target, "SELECT count(*) FROM Term_Dates"), QStringList{"1"});
 
     run = tool({QStringLiteral("merge"), school.path(), school.path()});
     EXPECT_EQ(run.status, 1);

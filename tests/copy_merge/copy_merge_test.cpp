@@ -4,18 +4,19 @@
 #include "database/code_values.h"
 #include "database/copy_merge.h"
 #include "database/db_handling.h"
-#include "engine/database.h"
-#include "engine/err.h"
 #include "engine/msg_box.h"
-#include "engine/recordset.h"
-#include "engine/workspace.h"
-#include "support/admin_school.h"
+#include "support/database_file.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
+#include "support/template_database.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
 
 using testing_support::AdminSchool;
+using testing_support::change_in;
+using testing_support::dump_of;
+using testing_support::values_in;
 using testing_support::NewActivity;
 using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
@@ -25,15 +26,10 @@ namespace {
 const QDate exam_day(2026, 3, 14);
 const QDate show_day(2026, 7, 4);
 
-QStringList values(const QString& path, const QString& sql)
-{
-    return AdminSchool::values_in(path, sql);
-}
-
 // Every table but Sys_tab, whose dates say when each file was made.
 QString school_tables(const QString& path)
 {
-    QStringList sections = AdminSchool::dump_of(path).split(QStringLiteral("== "), Qt::SkipEmptyParts);
+    QStringList sections = dump_of(path).split(QStringLiteral("== "), Qt::SkipEmptyParts);
     sections.removeIf([](const QString& section) { return section.startsWith(QStringLiteral("Sys_tab\n")); });
     return sections.join(QStringLiteral("== "));
 }
@@ -52,9 +48,8 @@ protected:
         cara = school.add_pupil(jones, QStringLiteral("Cara"));
         school.exec(QStringLiteral("DELETE FROM Pupils WHERE Pupil_id = %1").arg(gone));  // ids with a gap
         const int teacher = school.add_teacher(QStringLiteral("Miss Jones"));
-        ballet = school.add_course(NewCourse(QStringLiteral("Ballet")));
-        tap = school.add_course(NewCourse(QStringLiteral("Tap")).on(code::weekday::Wednesday));
-        school.exec(QStringLiteral("UPDATE Courses SET Course_Teacher_id = %1").arg(teacher));
+        ballet = school.add_course(NewCourse(QStringLiteral("Ballet")).taught_by(teacher));
+        tap = school.add_course(NewCourse(QStringLiteral("Tap")).on(code::weekday::Wednesday).taught_by(teacher));
         school.put_on_course(anna, ballet);
         school.put_on_course(anna, tap);
         school.put_on_course(cara, tap);
@@ -77,19 +72,9 @@ protected:
 
     QString copy_of_school(const QString& name, bool copy_all)
     {
-        const QString made = school.new_database(name, false);
+        const QString made = testing_support::copy_of_new_database(school.file(name), false);
         EXPECT_TRUE(DB_Copy_DB_For_NewTerm(school.path(), made, copy_all));
         return made;
-    }
-
-    // SQLite text on a file that isn't the current one.
-    static void change(const QString& path, const QString& sql)
-    {
-        engine::Workspace workspace;
-        engine::Database* db = workspace.OpenDatabase(path);
-        ASSERT_NE(db, nullptr);
-        EXPECT_TRUE(db->execute_native(sql)) << sql.toStdString() << "\n" << engine::Err().Description.toStdString();
-        workspace.Close();
     }
 
     AdminSchool school;
@@ -102,29 +87,25 @@ TEST_F(CopyMergeTest, TheSomeDataCopyKeepsTheExamWithItsEntriesAndTitleAndLeaves
 {
     const QString copy = copy_of_school(QStringLiteral("new.qdb"), false);
     EXPECT_EQ(Current_Db(), nullptr);
-    EXPECT_EQ(values(copy, "SELECT Exam_Title FROM Exams"), QStringList{"Grade 1"});
-    EXPECT_EQ(values(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
+    EXPECT_EQ(values_in(copy, "SELECT Exam_Title FROM Exams"), QStringList{"Grade 1"});
+    EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Exam_Results"), QStringList{"2"});
     // The exam day is also a show day: its title comes once.
-    EXPECT_EQ(values(copy, "SELECT ActT_Title FROM Activity_Titles"), QStringList{"Exam Day"});
+    EXPECT_EQ(values_in(copy, "SELECT ActT_Title FROM Activity_Titles"), QStringList{"Exam Day"});
     for (const char* table : {"Term_Dates", "Number_Lessons", "Holidays", "Invoices", "Invoice_Lines", "Receipts"})
-        EXPECT_EQ(values(copy, QStringLiteral("SELECT count(*) FROM %1").arg(table)), QStringList{"0"}) << table;
-    EXPECT_EQ(values(copy, "SELECT count(*) FROM Standard_Values WHERE stndrd_id = 1"), QStringList{"1"});
-    EXPECT_EQ(values(copy, "SELECT count(*) FROM Register_Courses"), QStringList{"3"});
+        EXPECT_EQ(values_in(copy, QStringLiteral("SELECT count(*) FROM %1").arg(table)), QStringList{"0"}) << table;
+    EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Standard_Values WHERE stndrd_id = 1"), QStringList{"1"});
+    EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Register_Courses"), QStringList{"3"});
 }
 
 TEST_F(CopyMergeTest, TheCopyKeepsTheIdsSoAPupilHasTheSameCourses)
 {
     const QString copy = copy_of_school(QStringLiteral("new.qdb"), false);
-    EXPECT_EQ(values(copy, "SELECT group_concat(Pupil_id) FROM Pupils"), values(school.path(), "SELECT group_concat(Pupil_id) FROM Pupils"));
+    EXPECT_EQ(values_in(copy, "SELECT group_concat(Pupil_id) FROM Pupils"), values_in(school.path(), "SELECT group_concat(Pupil_id) FROM Pupils"));
+    // Opened as the school's database, the copy answers the screens' query.
     ASSERT_TRUE(DB_Open(copy));
-    auto courses = Current_Db()->QueryDefs(QStringLiteral("Qry_Select_Pupil_Courses"));
-    ASSERT_NE(courses, nullptr);
-    ASSERT_TRUE(courses->set_parameter(QStringLiteral("par_Pupil_id"), anna));
-    auto rows = courses->OpenRecordset();
-    ASSERT_NE(rows, nullptr);
     QStringList titles;
-    for (rows->MoveFirst(); !rows->at_eof(); rows->MoveNext())
-        titles << rows->Fields(QStringLiteral("Course_Title")).toString();
+    for (const auto& row : school.rows(QStringLiteral("Qry_Select_Pupil_Courses"), {{QStringLiteral("par_Pupil_id"), anna}}))
+        titles << row["Course_Title"].toString();
     EXPECT_EQ(titles, (QStringList{"Ballet", "Tap"}));
 }
 
@@ -136,8 +117,8 @@ TEST_F(CopyMergeTest, TheAllDataCopyHoldsEveryTableOfTheSchool)
 
 TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndDeletesTheNewFile)
 {
-    const QString made = school.new_database(QStringLiteral("new.qdb"), false);
-    change(made, QStringLiteral("INSERT INTO Families (Family_id, Family_Name) VALUES (%1, 'Already here')").arg(smiths));
+    const QString made = testing_support::copy_of_new_database(school.file(QStringLiteral("new.qdb")), false);
+    change_in(made, QStringLiteral("INSERT INTO Families (Family_id, Family_Name) VALUES (%1, 'Already here')").arg(smiths));
     {
         ScriptedBoxes boxes;
         boxes.expect(QStringLiteral("Unexpected error copying database table Families"), engine::answer::Ok,
@@ -164,35 +145,35 @@ TEST_F(CopyMergeTest, AMergeAddsWhatTheTargetLacksAndKeepsWhatItHoldsUnderTheSam
 {
     const QString target = copy_of_school(QStringLiteral("target.qdb"), true);
     // Both files grow apart: each gives the next family id to another family.
-    change(school.path(), "INSERT INTO Families (Family_Name, Family_Address) VALUES ('Brown', '3 Mill Lane')");
-    change(target, "INSERT INTO Families (Family_Name, Family_Address) VALUES ('Green', '4 Park Road')");
+    change_in(school.path(), "INSERT INTO Families (Family_Name, Family_Address) VALUES ('Brown', '3 Mill Lane')");
+    change_in(target, "INSERT INTO Families (Family_Name, Family_Address) VALUES ('Green', '4 Park Road')");
     // The source counts a weekday more in the common term, and has a new term.
-    change(school.path(), QStringLiteral("INSERT INTO Number_Lessons (Term_Id, Day_Number, Num_Lessons) VALUES (%1, 4, 9)").arg(term));
-    change(school.path(), "INSERT INTO Term_Dates (Term_Name, Term_Start, Term_End) VALUES "
+    change_in(school.path(), QStringLiteral("INSERT INTO Number_Lessons (Term_Id, Day_Number, Num_Lessons) VALUES (%1, 4, 9)").arg(term));
+    change_in(school.path(), "INSERT INTO Term_Dates (Term_Name, Term_Start, Term_End) VALUES "
                           "('Summer', '2026-04-20 00:00:00', '2026-07-17 00:00:00')");
-    change(school.path(), "INSERT INTO Number_Lessons (Term_Id, Day_Number, Num_Lessons) "
+    change_in(school.path(), "INSERT INTO Number_Lessons (Term_Id, Day_Number, Num_Lessons) "
                           "SELECT Term_Id, 2, 12 FROM Term_Dates WHERE Term_Name = 'Summer'");
-    const QString source_before = AdminSchool::dump_of(school.path());
+    const QString source_before = dump_of(school.path());
 
     ASSERT_TRUE(DB_Merge_Databases(school.path(), target));
     EXPECT_EQ(Current_Db(), nullptr);
-    EXPECT_EQ(values(target, "SELECT Family_Name FROM Families ORDER BY Family_id"),
+    EXPECT_EQ(values_in(target, "SELECT Family_Name FROM Families ORDER BY Family_id"),
               (QStringList{"Smith", "Jones", "Green"}));
-    EXPECT_EQ(values(target, QStringLiteral("SELECT Day_Number || ':' || Num_Lessons FROM Number_Lessons WHERE Term_Id = %1").arg(term)),
+    EXPECT_EQ(values_in(target, QStringLiteral("SELECT Day_Number || ':' || Num_Lessons FROM Number_Lessons WHERE Term_Id = %1").arg(term)),
               QStringList{"2:11"});
-    EXPECT_EQ(values(target, "SELECT Term_Name || ' ' || group_concat(Num_Lessons) FROM Term_Dates T, Number_Lessons N "
+    EXPECT_EQ(values_in(target, "SELECT Term_Name || ' ' || group_concat(Num_Lessons) FROM Term_Dates T, Number_Lessons N "
                              "WHERE N.Term_Id = T.Term_Id AND Term_Name = 'Summer'"),
               QStringList{"Summer 12"});
-    EXPECT_EQ(values(target, "SELECT count(*) FROM Exam_Results"), QStringList{"4"});
-    EXPECT_EQ(AdminSchool::dump_of(school.path()), source_before);
+    EXPECT_EQ(values_in(target, "SELECT count(*) FROM Exam_Results"), QStringList{"4"});
+    EXPECT_EQ(dump_of(school.path()), source_before);
 }
 
 TEST_F(CopyMergeTest, AFamilyUnderANewIdWithTheSameNameAndAddressFailsTheMergeAndDeletesTheTarget)
 {
     const QString target = copy_of_school(QStringLiteral("target.qdb"), false);
-    change(target, "DELETE FROM Register_Courses; DELETE FROM Exam_Results; DELETE FROM Pupils WHERE Pupil_Family_Id = 2; "
+    change_in(target, "DELETE FROM Register_Courses; DELETE FROM Exam_Results; DELETE FROM Pupils WHERE Pupil_Family_Id = 2; "
                    "DELETE FROM Families WHERE Family_id = 2");
-    change(target, "INSERT INTO Families (Family_id, Family_Name, Family_Address) VALUES (7, 'Jones', '2 Low Road')");
+    change_in(target, "INSERT INTO Families (Family_id, Family_Name, Family_Address) VALUES (7, 'Jones', '2 Low Road')");
     {
         ScriptedBoxes boxes;
         boxes.expect(QStringLiteral("Unexpected error merging database table Families"), engine::answer::Ok,
@@ -206,9 +187,9 @@ TEST_F(CopyMergeTest, AFamilyUnderANewIdWithTheSameNameAndAddressFailsTheMergeAn
 
 TEST_F(CopyMergeTest, AFileMergedIntoItselfGainsNothingAndIsKept)
 {
-    const QString before = AdminSchool::dump_of(school.path());
+    const QString before = dump_of(school.path());
     EXPECT_TRUE(DB_Merge_Databases(school.path(), school.path()));
-    EXPECT_EQ(AdminSchool::dump_of(school.path()), before);
+    EXPECT_EQ(dump_of(school.path()), before);
 }
 
 }  // namespace

@@ -1,35 +1,33 @@
 // Opening the current database: the version gate, the system table and the
-// reconciliation of file locations between the database and the settings.
+// reconciliation of file locations between the database and the settings;
+// and the file routines around it: delete, compact, recycle, repair.
 
+#include "database/code_values.h"
 #include "database/db_handling.h"
-#include "database/schema.h"
-#include "engine/database.h"
-#include "engine/err.h"
 #include "engine/msg_box.h"
 #include "engine/settings_store.h"
 #include "engine/workspace.h"
-#include "shell/app_globals.h"
 #include "shell/settings.h"
+#include "support/database_file.h"
 #include "support/scripted_boxes.h"
+#include "support/template_database.h"
+#include "support/test_folder.h"
 
-#include <QCryptographicHash>
 #include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <functional>
 
 using testing_support::ScriptedBoxes;
+using testing_support::change_in;
+using testing_support::copy_of_new_database;
+using testing_support::digest_of;
 
 namespace {
 
 class DbOpenTest : public ::testing::Test {
 protected:
-    void SetUp() override
+    DbOpenTest()
     {
-        engine::set_settings_store(std::make_unique<engine::SettingsStore>(dir.filePath(QStringLiteral("settings.ini"))));
-        Current_Log_File().clear();
-        Default_Settings(Settings());
         Settings().script_dir = QStringLiteral("/school/scripts");
         Settings().report_format_dir = QStringLiteral("/school/repfmts");
         Settings().term_script = QStringLiteral("/settings/InTerms.sql");
@@ -37,36 +35,16 @@ protected:
         Settings().cost_script = QStringLiteral("/settings/CrsCosts.sql");
         Settings().report_list = QStringLiteral("/settings/zrepfmt.lst");
     }
+    ~DbOpenTest() override { DB_Close_All(); }
 
-    void TearDown() override
-    {
-        DB_Close_All();
-        engine::set_settings_store(nullptr);
-    }
-
-    // A new database file, then its system row changed by SQL.
+    // A new school database, its system row changed by SQLite text.
     QString school(const QString& file, const QString& change = QString())
     {
-        const QString name = dir.filePath(file);
-        EXPECT_TRUE(DB_Create_Database(name, true));
-        if (!change.isEmpty()) {
-            engine::Workspace ws;
-            engine::Database* db = ws.OpenDatabase(name);
-            EXPECT_NE(db, nullptr);
-            EXPECT_TRUE(db && db->Execute(change)) << engine::Err().Description.toStdString();
-            ws.Close();
-        }
-        return name;
+        const QString name = copy_of_new_database(folder.file(file), true);
+        return change.isEmpty() ? name : change_in(name, change);
     }
 
-    static QByteArray digest(const QString& name)
-    {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
-    }
-
-    QTemporaryDir dir;
+    testing_support::TestFolder folder{testing_support::TestFolder::StartingSettings::ProgramDefaults};
 };
 
 TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
@@ -74,10 +52,10 @@ TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
     const QString name = school(QStringLiteral("school.mdb"));
     ASSERT_TRUE(DB_Open(name));
     EXPECT_EQ(Current_Db_Name(), name);
-    EXPECT_EQ(Sys_Record().version, 13);
+    EXPECT_EQ(Sys_Record().version, code::Current_DB_Version);
     EXPECT_NE(Current_Db(), nullptr);
     // The same file named in other letters is already open: nothing reruns.
-    EXPECT_TRUE(DB_Open(name.toUpper() == name ? name : name.toUpper().replace(dir.path().toUpper(), dir.path())));
+    EXPECT_TRUE(DB_Open(name.left(name.size() - 3) + QStringLiteral("MDB")));
     DB_Close_All();
     EXPECT_TRUE(Current_Db_Name().isEmpty());
     EXPECT_EQ(Current_Db(), nullptr);
@@ -95,54 +73,17 @@ TEST_F(DbOpenTest, ASecondDatabaseIsRefusedWhileOneIsOpen)
     EXPECT_EQ(Current_Db_Name(), first);
 }
 
-TEST_F(DbOpenTest, ANewerVersionIsRefusedAndLeftClosed)
-{
-    const QString name = school(QStringLiteral("newer.mdb"), QStringLiteral("UPDATE Sys_tab SET s_DB_Type = 14"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This program cannot use this database version. \n"
-                                "Please contact your Supplier for a more  recent version of the software.\nCouldn't open ")
-                     + name,
-                 engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Open(name));
-    EXPECT_EQ(Current_Db(), nullptr);
-    EXPECT_TRUE(Current_Db_Name().isEmpty());
-    EXPECT_TRUE(Program_Workspace().Databases().empty());
-}
-
-TEST_F(DbOpenTest, AnOldVersionWithNoIsClosedAndUntouched)
-{
-    const QString name = school(QStringLiteral("old.mdb"), QStringLiteral("UPDATE Sys_tab SET s_DB_Type = 7"));
-    const QByteArray before = digest(name);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This database is an old version. \n\nIt can be upgraded, but you should take a backup of it "
-                                "first, just in case!\nDo you want it upgraded?"),
-                 engine::answer::No, engine::mb::YesNo + engine::mb::Question);
-    EXPECT_FALSE(DB_Open(name));
-    EXPECT_EQ(Current_Db(), nullptr);
-    EXPECT_TRUE(Program_Workspace().Databases().empty());
-    EXPECT_EQ(digest(name), before);
-}
-
-TEST_F(DbOpenTest, AnEmptySystemTableIsRefused)
-{
-    const QString name = school(QStringLiteral("nosys.mdb"), QStringLiteral("DELETE * FROM Sys_tab"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("The System Table has been deleted, so this database cannot be used. "), engine::answer::Ok,
-                 engine::mb::Critical);
-    EXPECT_FALSE(DB_Open(name));
-    EXPECT_EQ(Current_Db(), nullptr);
-    EXPECT_TRUE(Current_Db_Name().isEmpty());
-}
-
-// Files that are no usable Quillary database: each is refused under the
-// usual headline with words that say what the file is, and left as it was.
-TEST_F(DbOpenTest, FilesThatAreNoQuillaryDatabaseSayWhatTheyAre)
+// Files that can't be used as they are: each is refused with words that say
+// what the file is, and left closed and exactly as it was.
+TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSayWhatTheyAre)
 {
     struct Case {
         const char* file;
         std::function<void(const QString&)> make;
-        QString headline;
-        QString detail;
+        QString box;     // the start of the box; <name> stands for the file's path
+        QString detail;  // words further on in the box
+        int style = -1;
+        int answer = engine::answer::Ok;
     };
     const auto write = [](const QString& name, const QByteArray& bytes) {
         QFile file(name);
@@ -155,51 +96,55 @@ TEST_F(DbOpenTest, FilesThatAreNoQuillaryDatabaseSayWhatTheyAre)
         ASSERT_TRUE(db && db->execute_native(QStringLiteral("CREATE TABLE Expenses (Item TEXT, Cost REAL)")));
         ws.Close();
     };
-    const auto changed_school = [this](const QString& sql) {
-        return [this, sql](const QString& name) {
-            QFile::copy(school(QStringLiteral("template-") + QFileInfo(name).fileName()), name);
-            engine::Workspace ws;
-            engine::Database* db = ws.OpenDatabase(name);
-            ASSERT_TRUE(db && db->execute_native(sql)) << engine::Err().Description.toStdString();
-            ws.Close();
-        };
+    const auto school_where = [](const QString& sql) {
+        return [sql](const QString& name) { change_in(copy_of_new_database(name, true), sql); };
     };
-    const auto damaged_school = [this](const QString& name) {
-        QFile::copy(school(QStringLiteral("template-damaged.mdb")), name);
-        QFile file(name);
+    const auto damaged_school = [](const QString& name) {
+        QFile file(copy_of_new_database(name, true));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        const qint64 size = file.size();
-        ASSERT_TRUE(file.resize(size / 3));
+        ASSERT_TRUE(file.resize(file.size() / 3));
     };
     const QString reading_sys = QStringLiteral("Unexpected error reading Sys table.");
-    const QString opening = QStringLiteral("Could not open the database");
     const QList<Case> cases = {
+        {"newer.mdb", school_where(QStringLiteral("UPDATE Sys_tab SET s_DB_Type = 14")),
+         QStringLiteral("This program cannot use this database version. \nPlease contact your Supplier for a more  recent "
+                        "version of the software.\nCouldn't open <name>"),
+         QString(), engine::mb::Critical},
+        {"old.mdb", school_where(QStringLiteral("UPDATE Sys_tab SET s_DB_Type = 7")),
+         QStringLiteral("This database is an old version. \n\nIt can be upgraded, but you should take a backup of it "
+                        "first, just in case!\nDo you want it upgraded?"),
+         QString(), engine::mb::YesNo + engine::mb::Question, engine::answer::No},
+        {"nosys.mdb", school_where(QStringLiteral("DELETE FROM Sys_tab")),
+         QStringLiteral("The System Table has been deleted, so this database cannot be used. "), QString(),
+         engine::mb::Critical},
         {"empty.mdb", [&](const QString& n) { write(n, QByteArray()); }, reading_sys,
          QStringLiteral("The file is empty: it is not a Quillary database.")},
-        {"letter.mdb", [&](const QString& n) { write(n, QByteArray("Dear parents, the summer show is on Saturday.\n").repeated(200)); },
-         opening, QStringLiteral("the file is not a Quillary database, or it is damaged")},
+        {"letter.mdb",
+         [&](const QString& n) { write(n, QByteArray("Dear parents, the summer show is on Saturday.\n").repeated(200)); },
+         QStringLiteral("Could not open the database"), QStringLiteral("the file is not a Quillary database, or it is damaged")},
         {"expenses.mdb", plain_sqlite, reading_sys, QStringLiteral("not a Quillary database: it has no system table")},
-        {"noqueries.mdb", changed_school(QStringLiteral("DELETE FROM Quillary_QueryDefs")), reading_sys,
+        {"noqueries.mdb", school_where(QStringLiteral("DELETE FROM Quillary_QueryDefs")), reading_sys,
          QStringLiteral("3078 : The database has lost its stored queries (Qry_Select_Sys is missing).")},
         {"textversion.mdb",
-         changed_school(QStringLiteral("DROP TRIGGER IF EXISTS \"qy_Sys_tab_check_update\"; "
-                                       "UPDATE Sys_tab SET s_DB_Type = 'thirteen'")),
+         school_where(QStringLiteral("DROP TRIGGER IF EXISTS \"qy_Sys_tab_check_update\"; "
+                                     "UPDATE Sys_tab SET s_DB_Type = 'thirteen'")),
          reading_sys, QStringLiteral("The database version in the system table is 'thirteen', which is not a version number")},
-        {"truncated.mdb", damaged_school, QString(), QStringLiteral("damaged")},
+        {"truncated.mdb", damaged_school, QStringLiteral("damaged"), QString()},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.file);
-        const QString name = dir.filePath(QLatin1String(c.file));
+        const QString name = folder.file(QLatin1String(c.file));
         c.make(name);
-        const QByteArray before = digest(name);
+        const QByteArray before = digest_of(name);
         ScriptedBoxes boxes;
-        boxes.expect(c.headline.isEmpty() ? c.detail : c.headline, engine::answer::Ok);
+        boxes.expect(QString(c.box).replace(QStringLiteral("<name>"), name), c.answer, c.style);
         EXPECT_FALSE(DB_Open(name));
         ASSERT_EQ(boxes.shown().size(), 1);
         EXPECT_TRUE(boxes.shown().first().contains(c.detail)) << boxes.shown().first().toStdString();
         EXPECT_EQ(Current_Db(), nullptr);
+        EXPECT_TRUE(Current_Db_Name().isEmpty());
         EXPECT_TRUE(Program_Workspace().Databases().empty());
-        EXPECT_EQ(digest(name), before);
+        EXPECT_EQ(digest_of(name), before);
     }
 }
 
@@ -241,13 +186,11 @@ TEST_F(DbOpenTest, ADatabaseKeepingLocationsOverridesTheSettingsInMemory)
 TEST_F(DbOpenTest, DeletingADatabaseRemovesItsSideFiles)
 {
     const QString name = school(QStringLiteral("gone.mdb"));
-    QFile lock(lock_file_name(name));
-    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
-    lock.close();
+    EXPECT_EQ(lock_file_name(name), folder.file(QStringLiteral("gone.ldb")));
+    folder.write_file(QStringLiteral("gone.ldb"), QString());
     EXPECT_TRUE(DB_Delete_Files(name));
     EXPECT_FALSE(QFile::exists(name));
     EXPECT_FALSE(QFile::exists(lock_file_name(name)));
-    EXPECT_EQ(lock_file_name(name), dir.filePath(QStringLiteral("gone.ldb")));
 }
 
 TEST_F(DbOpenTest, CompactingIntoAnExistingNameDestroysNothingButTheNewName)
@@ -261,20 +204,16 @@ TEST_F(DbOpenTest, CompactingIntoAnExistingNameDestroysNothingButTheNewName)
     EXPECT_TRUE(QFile::exists(name));
     EXPECT_FALSE(QFile::exists(taken));
 
-    const QString copy = dir.filePath(QStringLiteral("copy.mdb"));
+    const QString copy = folder.file(QStringLiteral("copy.mdb"));
     ASSERT_TRUE(DB_Compact_Database(name, copy));
     ASSERT_TRUE(DB_Open(copy));
-    EXPECT_EQ(Sys_Record().version, 13);
+    EXPECT_EQ(Sys_Record().version, code::Current_DB_Version);
 }
-
-}  // namespace
-
-namespace {
 
 TEST_F(DbOpenTest, RecyclingMovesTheFileWhereItCanBeRecovered)
 {
     const QString name = school(QStringLiteral("recycled.mdb"));
-    const QString trash = dir.filePath(QStringLiteral("xdg"));
+    const QString trash = folder.file(QStringLiteral("xdg"));
     const QByteArray previous = qgetenv("XDG_DATA_HOME");
     qputenv("XDG_DATA_HOME", trash.toUtf8());
     EXPECT_TRUE(DB_Recycle_Files(name));
@@ -284,24 +223,17 @@ TEST_F(DbOpenTest, RecyclingMovesTheFileWhereItCanBeRecovered)
     EXPECT_TRUE(QFile::exists(trash + QStringLiteral("/Trash/info/recycled.mdb.trashinfo")));
 }
 
-TEST_F(DbOpenTest, RepairingAHealthyFileKeepsItUsable)
+TEST_F(DbOpenTest, RepairingKeepsAHealthyFileUsableAndFailsOnWhatIsNoDatabase)
 {
     const QString name = school(QStringLiteral("healthy.mdb"));
     EXPECT_TRUE(DB_Repair(name));
     ASSERT_TRUE(DB_Open(name));
-    EXPECT_EQ(Sys_Record().version, 13);
-}
+    EXPECT_EQ(Sys_Record().version, code::Current_DB_Version);
 
-TEST_F(DbOpenTest, RepairingSomethingThatIsNoDatabaseFails)
-{
-    const QString name = dir.filePath(QStringLiteral("letter.mdb"));
-    QFile letter(name);
-    ASSERT_TRUE(letter.open(QIODevice::WriteOnly));
-    letter.write(QByteArray(8192, 'x'));
-    letter.close();
+    const QString letter = folder.write_file(QStringLiteral("letter.mdb"), QString(8192, QLatin1Char('x')));
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Could not repair this database."), engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Repair(name));
+    EXPECT_FALSE(DB_Repair(letter));
 }
 
 }  // namespace

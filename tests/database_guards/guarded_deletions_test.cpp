@@ -5,12 +5,14 @@
 #include "database/db_handling.h"
 #include "engine/msg_box.h"
 #include "engine/workspace.h"
-#include "support/current_school.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
 #include <gtest/gtest.h>
 
 using engine::answer::Ok;
+using testing_support::NewActivity;
+using testing_support::NewCourse;
 using testing_support::ScriptedBoxes;
 
 namespace {
@@ -21,7 +23,11 @@ protected:
     {
         return school.scalar(QStringLiteral("SELECT count(*) FROM Pupils WHERE Pupil_Family_Id = %1").arg(family)).toInt();
     }
-    testing_support::CurrentSchool school;
+    int on_invoice(int family, int pupil, const QString& reason = QStringLiteral("Spring fees"))
+    {
+        return school.add_line(school.add_invoice(family, reason), {{"Inv_Line_Pupil_id", pupil}, {"Amount", 10}});
+    }
+    testing_support::SchoolMadeCurrent school;
 };
 
 // ---- Teachers ----
@@ -36,9 +42,9 @@ TEST_F(GuardedDeletions, ATeacherWithNothingToTheirNameMayGo)
 TEST_F(GuardedDeletions, ATeacherOnACourseIsRefusedWithTheCourseCountBeforeAnythingElse)
 {
     const int ada = school.add_teacher(QStringLiteral("Ada"));
-    school.add_course(QStringLiteral("Ballet 1"), ada);
-    school.add_course(QStringLiteral("Ballet 2"), ada);
-    school.add_activity(QStringLiteral("Grade 1"), ada);
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")).taught_by(ada));
+    school.add_course(NewCourse(QStringLiteral("Ballet 2")).taught_by(ada));
+    school.add_activity(NewActivity(QStringLiteral("Grade 1")).taught_by(ada));
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("This teacher is teaching 2 courses so cannot be deleted."), Ok, engine::mb::OkOnly);
     EXPECT_FALSE(Check_Teacher_Deletion(ada));
@@ -47,7 +53,7 @@ TEST_F(GuardedDeletions, ATeacherOnACourseIsRefusedWithTheCourseCountBeforeAnyth
 TEST_F(GuardedDeletions, ATeacherOfAnActivityOrInTheResultsIsRefused)
 {
     const int ada = school.add_teacher(QStringLiteral("Ada"));
-    const int exam = school.add_activity(QStringLiteral("Grade 1"), ada);
+    const int exam = school.add_activity(NewActivity(QStringLiteral("Grade 1")).taught_by(ada));
     {
         ScriptedBoxes boxes;
         boxes.expect(QStringLiteral("This teacher is on 1 exams so cannot be deleted."));
@@ -72,8 +78,7 @@ TEST_F(GuardedDeletions, APupilGoesWithTheirRegistersAndResults)
     const int family = school.add_family(QStringLiteral("Archer"));
     const int lily = school.add_pupil(family, QStringLiteral("Lily"));
     const int ada = school.add_teacher(QStringLiteral("Ada"));
-    const int course = school.add_course(QStringLiteral("Ballet 1"), ada);
-    school.insert(QStringLiteral("Register_Courses"), {{"Pupil_id", lily}, {"Course_id", course}});
+    school.put_on_course(lily, school.add_course(NewCourse(QStringLiteral("Ballet 1")).taught_by(ada)));
     EXPECT_TRUE(DB_Delete_Pupil(lily));
     EXPECT_EQ(school.count(QStringLiteral("Pupils")), 0);
     EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 0);
@@ -84,8 +89,8 @@ TEST_F(GuardedDeletions, APupilOnAnInvoiceLineStays)
 {
     const int family = school.add_family(QStringLiteral("Archer"));
     const int lily = school.add_pupil(family, QStringLiteral("Lily"));
-    school.add_invoice_line(school.add_invoice(family), lily);
-    school.add_invoice_line(school.add_invoice(family, QStringLiteral("Summer fees")), lily);
+    on_invoice(family, lily);
+    on_invoice(family, lily, QStringLiteral("Summer fees"));
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("There are 2 invoices that reference this pupil.\nPlease delete them manually. \n"
                                 "Abandoning Deletion"),
@@ -101,7 +106,7 @@ TEST_F(GuardedDeletions, AFamilyWithInvoicesIsRefusedBeforeAnythingChanges)
 {
     const int family = school.add_family(QStringLiteral("Archer"));
     school.add_pupil(family, QStringLiteral("Lily"));
-    school.add_invoice(family);
+    school.add_invoice(family, QStringLiteral("Spring fees"));
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("There are 1 invoices that reference this Family.\nPlease delete these manually.\n"
                                 "Note that deleting these Invoices will affect your full accounts - the totals Owed "
@@ -132,7 +137,7 @@ TEST_F(GuardedDeletions, APupilOnAnotherFamilysInvoiceStopsTheFamilyWithItsTrans
     school.add_pupil(family, QStringLiteral("Amy"));
     const int lily = school.add_pupil(family, QStringLiteral("Lily"));
     const int other = school.add_family(QStringLiteral("Brown"));
-    school.add_invoice_line(school.add_invoice(other), lily);
+    on_invoice(other, lily);
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("There are 1 invoices that reference this pupil."));
     EXPECT_FALSE(Check_Family_Deletion(family));

@@ -4,7 +4,7 @@
 #include "database/pupil_course_changes.h"
 #include "engine/msg_box.h"
 #include "shell/selection_lists.h"
-#include "support/admin_school.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "engine/msg_box.h"
 #include "engine/workspace.h"
 #include "script/global_run_sql.h"
-#include "support/school_for_runs.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
 #include <QFile>
@@ -35,25 +35,41 @@ protected:
     QString status;
 };
 
-TEST_F(GlobalRunSqlTest, AnEmptyFileCommitsAndSaysSo)
+// Scripts that run through: the holidays they leave and the status, which the
+// last display line leads.
+TEST_F(GlobalRunSqlTest, AScriptIsReadLineByLineAndStatementByStatement)
 {
-    EXPECT_TRUE(run({}));
-    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
-}
-
-TEST_F(GlobalRunSqlTest, TheLastDisplayLineLeadsTheStatus)
-{
-    EXPECT_TRUE(run({QStringLiteral("display Working out costs"), QStringLiteral("  DISPLAY Costs worked out.  ")}));
-    EXPECT_EQ(status, QStringLiteral("Costs worked out. Script successfully applied"));
-}
-
-TEST_F(GlobalRunSqlTest, StatementsSpreadOverLinesObeyKeywordLinesOnTheWay)
-{
-    ScriptedBoxes boxes;
-    EXPECT_TRUE(run({QStringLiteral("INSERT INTO Holidays (Day_Off)"), QStringLiteral("comment half way"),
-                     QStringLiteral(""), QStringLiteral("display inserting"), QStringLiteral("VALUES (#01/05/2026#);")}));
-    EXPECT_EQ(holidays(), 1);
-    EXPECT_EQ(status, QStringLiteral("inserting Script successfully applied"));
+    struct Case {
+        const char* what;
+        QStringList lines;
+        int holidays;
+        QString status;
+    };
+    const QString applied = QStringLiteral(" Script successfully applied");
+    const QList<Case> cases = {
+        {"an empty file", {}, 0, applied},
+        {"two display lines", {"display Working out costs", "  DISPLAY Costs worked out.  "}, 0,
+         "Costs worked out." + applied},
+        {"a statement spread over lines obeys keyword lines on the way",
+         {"INSERT INTO Holidays (Day_Off)", "comment half way", "", "display inserting", "VALUES (#01/05/2026#);"}, 1,
+         "inserting" + applied},
+        // The second keeps its ";" and reaches the engine together with the third.
+        {"two direct statements on one line", {holiday_5th + " " + holiday_12th, "INSERT INTO Holidays (Day_Off) VALUES (#01/19/2026#);"},
+         3, applied},
+        // The second call swallows the next statement as a parameter-less word.
+        {"two query calls on one line",
+         {"Qry_Insert_Holiday p_date \"2026-01-05\"; Qry_Insert_Holiday p_date \"2026-01-12\";", "DELETE * FROM Holidays;"}, 2,
+         applied},
+        {"a statement left without its semicolon at the end is dropped",
+         {holiday_5th, "INSERT INTO Holidays (Day_Off) VALUES (#01/12/2026#)"}, 1, applied},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        school.exec(QStringLiteral("DELETE FROM Holidays"));
+        EXPECT_TRUE(run(c.lines));
+        EXPECT_EQ(holidays(), c.holidays);
+        EXPECT_EQ(status, c.status);
+    }
 }
 
 TEST_F(GlobalRunSqlTest, AnUnknownCommandIsSkippedOnYes)
@@ -74,29 +90,6 @@ TEST_F(GlobalRunSqlTest, AnUnknownCommandAnsweredNoUndoesTheRun)
     EXPECT_EQ(school.dump(), before);
     EXPECT_TRUE(school.log_text().contains(QStringLiteral("Error occurred while executing command ")));
     EXPECT_TRUE(school.log_text().contains(QStringLiteral("Obey_Command - Select Pupil_id FROM Pupils")));
-}
-
-TEST_F(GlobalRunSqlTest, TwoDirectStatementsOnOneLineTheSecondWaitsForTheNextSemicolon)
-{
-    // The second keeps its ";" and reaches the engine together with the third.
-    EXPECT_TRUE(run({holiday_5th + QStringLiteral(" ") + holiday_12th,
-                     QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/19/2026#);")}));
-    EXPECT_EQ(holidays(), 3);
-}
-
-TEST_F(GlobalRunSqlTest, TwoQueryCallsOnOneLineTheEmbeddedSemicolonIsBlanked)
-{
-    // The second call swallows the next statement as a parameter-less word.
-    EXPECT_TRUE(run({QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\"; Qry_Insert_Holiday p_date \"2026-01-12\";"),
-                     QStringLiteral("DELETE * FROM Holidays;")}));
-    EXPECT_EQ(holidays(), 2);
-}
-
-TEST_F(GlobalRunSqlTest, AStatementLeftWithoutSemicolonAtTheEndIsDropped)
-{
-    EXPECT_TRUE(run({holiday_5th, QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES (#01/12/2026#)")}));
-    EXPECT_EQ(holidays(), 1);
-    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
 }
 
 TEST_F(GlobalRunSqlTest, AValueWithASemicolonSplitsTheCallLeavingItsParameterUnset)

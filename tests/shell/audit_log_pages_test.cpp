@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -42,45 +43,33 @@ protected:
     AuditLogPager pager;
 };
 
-TEST_F(AuditLogPagerTest, FileShorterThanABlockIsOnePageWithBothMarkers)
+// A log opens at its last block; a missing one is made, empty.
+TEST_F(AuditLogPagerTest, AShortLogIsOnePageBetweenTheMarkersAndOneOfABlocksLengthTwo)
 {
-    const QString log = write_log("first entry\nsecond entry\n");
-
-    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
-
-    EXPECT_EQ(pager.block_count(), 1);
-    EXPECT_FALSE(pager.up_enabled());
-    EXPECT_FALSE(pager.down_enabled());
-    EXPECT_EQ(pager.text_to_show(),
-              beginning + QStringLiteral("\nfirst entry\nsecond entry\n\n") + ending + QStringLiteral("\n"));
-}
-
-TEST_F(AuditLogPagerTest, FileOfExactlyOneBlockLengthCountsTwoBlocks)
-{
-    const QString log = write_log(QByteArray(AuditLogPager::block_size - 1, 'a') + '\n');
-
-    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
-
-    EXPECT_EQ(pager.block_count(), 2);
-    EXPECT_EQ(pager.current_block(), 2);
-    EXPECT_TRUE(pager.up_enabled());
-    EXPECT_FALSE(pager.down_enabled());
-    EXPECT_EQ(pager.text_to_show(), ending + QStringLiteral("\n"));
-}
-
-TEST_F(AuditLogPagerTest, MissingFileIsCreatedEmptyAndShownAsOneEmptyPage)
-{
-    const QString log = dir.filePath(QStringLiteral("new.log"));
-
-    ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
-
-    EXPECT_TRUE(QFileInfo::exists(log));
-    EXPECT_EQ(QFileInfo(log).size(), 0);
-    EXPECT_EQ(pager.block_count(), 1);
-    EXPECT_FALSE(pager.up_enabled());
-    EXPECT_FALSE(pager.down_enabled());
-    EXPECT_TRUE(pager.text_to_show().contains(beginning));
-    EXPECT_TRUE(pager.text_to_show().contains(ending));
+    struct Case {
+        const char* what;
+        std::optional<QByteArray> content;  // none: no file
+        int blocks;
+        bool up;
+        QString shown;
+    };
+    const QList<Case> cases = {
+        {"shorter than a block", QByteArray("first entry\nsecond entry\n"), 1, false,
+         beginning + "\nfirst entry\nsecond entry\n\n" + ending + "\n"},
+        {"exactly a block long", QByteArray(AuditLogPager::block_size - 1, 'a') + '\n', 2, true, ending + "\n"},
+        {"missing", std::nullopt, 1, false, beginning + "\n\n" + ending + "\n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        const QString log = c.content ? write_log(*c.content) : dir.filePath(QStringLiteral("new.log"));
+        ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
+        EXPECT_EQ(QFileInfo(log).size(), c.content.value_or(QByteArray()).size());
+        EXPECT_EQ(pager.block_count(), c.blocks);
+        EXPECT_EQ(pager.current_block(), c.blocks);
+        EXPECT_EQ(pager.up_enabled(), c.up);
+        EXPECT_FALSE(pager.down_enabled());
+        EXPECT_EQ(pager.text_to_show(), c.shown);
+    }
 }
 
 TEST_F(AuditLogPagerTest, LogThatCannotBeOpenedIsReportedAndLeavesTheViewerEmpty)
@@ -114,7 +103,7 @@ protected:
     static QString whole(int i) { return QString::fromLatin1(line(i)) + QLatin1Char('\n'); }
 };
 
-TEST_F(AuditLogPagingTest, OpensAtTheLastBlockWithOnlyUpEnabled)
+TEST_F(AuditLogPagingTest, UpAndDownShowTheLineCutByTheBoundaryWholeOnBothPages)
 {
     EXPECT_EQ(pager.block_count(), 2);
     EXPECT_EQ(pager.current_block(), 2);
@@ -122,24 +111,15 @@ TEST_F(AuditLogPagingTest, OpensAtTheLastBlockWithOnlyUpEnabled)
     EXPECT_FALSE(pager.down_enabled());
     EXPECT_TRUE(pager.text_to_show().endsWith(whole(199) + QStringLiteral("\n") + ending + QStringLiteral("\n")));
     EXPECT_FALSE(pager.text_to_show().contains(beginning));
-}
 
-TEST_F(AuditLogPagingTest, LineCutByTheBoundaryStandsWholeAtTheBottomAfterUp)
-{
     ASSERT_TRUE(pager.page_up());
-
     EXPECT_EQ(pager.current_block(), 1);
     EXPECT_FALSE(pager.up_enabled());
     EXPECT_TRUE(pager.down_enabled());
     EXPECT_TRUE(pager.text_to_show().startsWith(beginning + QStringLiteral("\n") + whole(0)));
     EXPECT_TRUE(pager.text_to_show().endsWith(whole(cut_line - 1) + whole(cut_line)));
-}
 
-TEST_F(AuditLogPagingTest, LineCutByTheBoundaryStandsWholeAtTheTopAfterDown)
-{
-    ASSERT_TRUE(pager.page_up());
     ASSERT_TRUE(pager.page_down());
-
     EXPECT_EQ(pager.current_block(), 2);
     EXPECT_TRUE(pager.text_to_show().startsWith(whole(cut_line) + whole(cut_line + 1)));
     EXPECT_FALSE(pager.down_enabled());

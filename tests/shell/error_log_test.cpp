@@ -3,11 +3,10 @@
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -17,34 +16,12 @@ using testing_support::ScriptedBoxes;
 
 class ReportErrorTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        Current_Log_File() = dir.filePath(QStringLiteral("quillary.log"));
-        engine::Err().Clear();
-        engine::DBEngine_Errors().clear();
-    }
-    void TearDown() override
-    {
-        Current_Log_File().clear();
-        engine::Err().Clear();
-        engine::DBEngine_Errors().clear();
-    }
-
-    QString log_text() const
-    {
-        QFile file(Current_Log_File());
-        if (!file.open(QIODevice::ReadOnly))
-            return QString();
-        return QString::fromUtf8(file.readAll());
-    }
-
     // The log with each entry's time stamp checked and taken off.
     QStringList entries_without_stamps() const
     {
         static const QRegularExpression stamp(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d -- "),
                                               QRegularExpression::MultilineOption);
-        QString text = log_text();
+        QString text = folder.log_text();
         const int stamps = static_cast<int>(text.count(stamp));
         text.replace(stamp, QStringLiteral("@"));
         QStringList entries = text.split(QLatin1Char('@'), Qt::SkipEmptyParts);
@@ -52,72 +29,52 @@ protected:
         return entries;
     }
 
-    QTemporaryDir dir;
+    testing_support::TestFolder folder;
 };
 
-TEST_F(ReportErrorTest, UnexpectedFailureWithoutErrorStateLogsAndShowsTheMessageAlone)
+// An unexpected failure shows and logs the run-time error's number and text
+// (a bound control's number reads it alike); a detected one ignores any
+// error pending. Either way the error is cleared once reported.
+TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
 {
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Could not load"), engine::answer::Ok, 0);
-
-    Report_Error(report::Unexpected, QStringLiteral("Could not load"), 0, QStringLiteral("globals"));
-
-    EXPECT_EQ(boxes.shown().value(0), QStringLiteral("Could not load"));
-    EXPECT_EQ(boxes.titles().value(0), App_Title());
-    EXPECT_EQ(entries_without_stamps(), QStringList{QStringLiteral("globals    : Could not load .\n")});
-}
-
-TEST_F(ReportErrorTest, UnexpectedFailureWritesTheErrorStateIntoLogAndBox)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unexpected error "), engine::answer::Ok, 16);
-    engine::Err().Raise(53, QStringLiteral("File not found"));
-
-    Report_Error(report::Unexpected, QStringLiteral("Unexpected error "), 16, QStringLiteral("fpupils"),
-                 QStringLiteral("Load_Pupil"));
-
-    EXPECT_EQ(boxes.shown().value(0), QStringLiteral("Unexpected error \n53 : File not found"));
-    EXPECT_EQ(entries_without_stamps(),
-              QStringList{QStringLiteral("fpupils    : 53 : File not found : Unexpected error \n        Load_Pupil .\n")});
-}
-
-TEST_F(ReportErrorTest, BoundControlNumberReadsTheErrorStateLikeZero)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Data error"));
-    engine::Err().Raise(3022, QStringLiteral("Duplicate"));
-
-    Report_Error(report::BoundControl, QStringLiteral("Data error"), 0, QStringLiteral("ffamily"));
-
-    EXPECT_EQ(boxes.shown().value(0), QStringLiteral("Data error\n3022 : Duplicate"));
-    EXPECT_TRUE(log_text().contains(QStringLiteral("ffamily    : 3022 : Duplicate : Data error .")));
-}
-
-TEST_F(ReportErrorTest, ReportingClearsTheErrorState)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("x"));
-    engine::Err().Raise(70, QStringLiteral("Permission denied"));
-
-    Report_Error(report::Unexpected, QStringLiteral("x"), 0, QStringLiteral("globals"));
-
-    EXPECT_EQ(engine::Err().Number, 0);
-    EXPECT_TRUE(engine::Err().Description.isEmpty());
-}
-
-TEST_F(ReportErrorTest, DetectedFailureIgnoresThePendingErrorState)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Could not upgrade the database"), engine::answer::Ok, 16);
-    engine::raise_engine_error(3022, QStringLiteral("Duplicate"));
-    engine::DBEngine_Errors().append({3058, QStringLiteral("Null in index")});
-
-    Report_Error(report::UpgradeFailed, QStringLiteral("Could not upgrade the database"), 16,
-                 QStringLiteral("globdbhand"));
-
-    EXPECT_EQ(boxes.shown().value(0), QStringLiteral("Could not upgrade the database"));
-    EXPECT_EQ(entries_without_stamps(),
-              QStringList{QStringLiteral("globdbhand : Could not upgrade the database .\n")});
+    struct Case {
+        int number;
+        QString message;
+        int style;
+        QString module, routine;
+        int error;  // the run-time error pending, 0 for none
+        QString box, logged;
+        bool engine_errors_too = false;
+    };
+    const QList<Case> cases = {
+        {report::Unexpected, "Could not load", 0, "globals", "", 0, "Could not load", "globals    : Could not load .\n"},
+        {report::Unexpected, "Unexpected error ", 16, "fpupils", "Load_Pupil", 53, "Unexpected error \n53 : File not found",
+         "fpupils    : 53 : File not found : Unexpected error \n        Load_Pupil .\n"},
+        {report::BoundControl, "Data error", 0, "ffamily", "", 3022, "Data error\n3022 : Duplicate",
+         "ffamily    : 3022 : Duplicate : Data error .\n"},
+        {report::UpgradeFailed, "Could not upgrade the database", 16, "globdbhand", "", 3022,
+         "Could not upgrade the database", "globdbhand : Could not upgrade the database .\n", true},
+    };
+    const QHash<int, QString> descriptions = {{53, "File not found"}, {3022, "Duplicate"}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.message.toStdString());
+        QFile::remove(Current_Log_File());
+        if (c.engine_errors_too) {
+            engine::raise_engine_error(c.error, descriptions[c.error]);
+            engine::DBEngine_Errors().append({3058, QStringLiteral("Null in index")});
+        } else if (c.error) {
+            engine::Err().Raise(c.error, descriptions[c.error]);
+        }
+        ScriptedBoxes boxes;
+        boxes.expect(c.message, engine::answer::Ok, c.style);
+        Report_Error(c.number, c.message, c.style, c.module, c.routine);
+        EXPECT_EQ(boxes.shown().value(0), c.box);
+        EXPECT_EQ(boxes.titles().value(0), App_Title());
+        EXPECT_EQ(entries_without_stamps(), QStringList{c.logged});
+        EXPECT_EQ(engine::Err().Number, 0);
+        EXPECT_TRUE(engine::Err().Description.isEmpty());
+        engine::DBEngine_Errors().clear();
+    }
 }
 
 TEST_F(ReportErrorTest, AnswerOfTheBoxIsLeftInGlobMsgResult)
@@ -132,46 +89,37 @@ TEST_F(ReportErrorTest, AnswerOfTheBoxIsLeftInGlobMsgResult)
 
 // ---- engine errors ---------------------------------------------------------
 
-class ReportErrorEngineErrorsTest : public ReportErrorTest {
-protected:
-    QString logged_for_report()
-    {
+// The engine's error list follows the message unless its last entry is the
+// run-time error itself.
+TEST_F(ReportErrorTest, EngineErrorsAreLoggedWhenTheyAddToTheRunTimeError)
+{
+    struct Case {
+        int error;  // the run-time error, 0 for none
+        QList<engine::EngineError> engine_errors;
+        QString logged;
+    };
+    const QList<Case> cases = {
+        {3022, {{3022, "Duplicate key"}}, "gendbde    : 3022 : Duplicate key : Update failed .\n"},
+        {3022, {{3022, "Duplicate key"}, {3146, "ODBC failed"}},
+         "gendbde    : 3022 : Duplicate key : Update failed Num:3022 Descr: Duplicate key Num:3146 Descr: ODBC failed .\n"},
+        {0, {{3265, "Item not found"}}, "gendbde    : Update failed Num:3265 Descr: Item not found .\n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.logged.toStdString());
+        QFile::remove(Current_Log_File());
+        if (c.error)
+            engine::Err().Raise(c.error, c.engine_errors.first().Description);
+        engine::DBEngine_Errors() = c.engine_errors;
         ScriptedBoxes boxes;
         boxes.expect(QStringLiteral("Update failed"));
         Report_Error(report::Unexpected, QStringLiteral("Update failed"), 0, QStringLiteral("gendbde"));
-        return log_text();
+        EXPECT_EQ(entries_without_stamps(), QStringList{c.logged});
     }
-};
-
-TEST_F(ReportErrorEngineErrorsTest, EngineFailureThatIsTheRunTimeErrorIsNotRepeated)
-{
-    engine::raise_engine_error(3022, QStringLiteral("Duplicate key"));
-
-    const QString logged = logged_for_report();
-
-    EXPECT_TRUE(logged.contains(QStringLiteral("gendbde    : 3022 : Duplicate key : Update failed .")));
-    EXPECT_FALSE(logged.contains(QStringLiteral(" Num:")));
-}
-
-TEST_F(ReportErrorEngineErrorsTest, AllEntriesArePrintedWhenTheLastDiffersFromTheRunTimeError)
-{
-    engine::Err().Raise(3022, QStringLiteral("Duplicate key"));
-    engine::DBEngine_Errors() = {{3022, QStringLiteral("Duplicate key")}, {3146, QStringLiteral("ODBC failed")}};
-
-    EXPECT_TRUE(logged_for_report().contains(QStringLiteral(
-        "gendbde    : 3022 : Duplicate key : Update failed Num:3022 Descr: Duplicate key Num:3146 Descr: ODBC failed .")));
-}
-
-TEST_F(ReportErrorEngineErrorsTest, StaleEngineErrorsArePrintedWhenNoRunTimeErrorIsSet)
-{
-    engine::DBEngine_Errors() = {{3265, QStringLiteral("Item not found")}};
-
-    EXPECT_TRUE(logged_for_report().contains(
-        QStringLiteral("gendbde    : Update failed Num:3265 Descr: Item not found .")));
 }
 
 // ---- module tags -----------------------------------------------------------
 
+// One entry a report, appended.
 TEST_F(ReportErrorTest, ModuleTagIsCutOrPaddedToTenCharacters)
 {
     Report_Error(report::Trace, QStringLiteral("long"), 0, QStringLiteral("abcdefghijkl"));
@@ -196,14 +144,6 @@ TEST_F(ReportErrorTest, TraceIsLoggedAndNeverShown)
               QStringList{QStringLiteral("gendbde    :  records affected = 3\n        DB_Copy .\n")});
 }
 
-TEST_F(ReportErrorTest, EntriesAreAppendedOnePerReport)
-{
-    Report_Error(report::Trace, QStringLiteral("begin transaction"), 0, QStringLiteral("gendbde"));
-    Report_Error(report::Trace, QStringLiteral("commit"), 0, QStringLiteral("gendbde"));
-
-    EXPECT_EQ(entries_without_stamps().size(), 2);
-}
-
 TEST_F(ReportErrorTest, BlankLogFileNameLogsNothingButStillShows)
 {
     Current_Log_File() = QStringLiteral("   ");
@@ -212,15 +152,12 @@ TEST_F(ReportErrorTest, BlankLogFileNameLogsNothingButStillShows)
 
     Report_Error(report::Detected, QStringLiteral("Shown anyway"), 0, QStringLiteral("globals"));
 
-    EXPECT_TRUE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
+    EXPECT_FALSE(QFile::exists(folder.file(QStringLiteral("quillary.log"))));
 }
 
 TEST_F(ReportErrorTest, UnwritableLogFileFailsSilently)
 {
-    QFile blocker(dir.filePath(QStringLiteral("not-a-folder")));
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
-    Current_Log_File() = dir.filePath(QStringLiteral("not-a-folder/quillary.log"));
+    Current_Log_File() = folder.write_file(QStringLiteral("not-a-folder"), QString()) + QStringLiteral("/quillary.log");
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Still reported"), engine::answer::Ok, 16);
 
@@ -237,7 +174,7 @@ TEST_F(ReportErrorTest, WriteLogStampsEachEntryWithLocalDateAndTime)
     Write_Log(QStringLiteral("Logfile changed to /tmp/x.log"));
     const QDateTime after = QDateTime::currentDateTime().addSecs(1);
 
-    const QString text = log_text();
+    const QString text = folder.log_text();
     const QDateTime stamp = QDateTime::fromString(text.left(19), QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     ASSERT_TRUE(stamp.isValid()) << text.toStdString();
     EXPECT_GE(stamp, before.addMSecs(-before.time().msec()));

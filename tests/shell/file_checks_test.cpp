@@ -1,10 +1,10 @@
 #include "shell/app_globals.h"
 #include "shell/file_checks.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -12,101 +12,63 @@ namespace {
 
 using testing_support::ScriptedBoxes;
 
+// A folder holding school.mdb, a file nobody may read (locked.mdb) and a
+// folder whose name looks like a database (archive.mdb).
 class FileCheckTest : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(dir.isValid()); }
-
-    QString make_file(const QString& name)
+    FileCheckTest()
     {
-        QFile file(dir.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("x");
-        return file.fileName();
+        QFile::setPermissions(folder.write_file(QStringLiteral("locked.mdb"), QStringLiteral("x")), QFileDevice::WriteOwner);
+        QDir(folder.file(QString())).mkdir(QStringLiteral("archive.mdb"));
     }
 
-    int check(const QString& name)
-    {
-        error_text = QStringLiteral("left over");
-        return Glob_File_Check(name, error_text);
-    }
-
-    QTemporaryDir dir;
-    QString error_text;
+    testing_support::TestFolder folder;
+    const QString school = folder.write_file(QStringLiteral("school.mdb"), QStringLiteral("x"));
 };
 
-TEST_F(FileCheckTest, ExistingFileIsThere)
+TEST_F(FileCheckTest, AFileIsThereOrNotAndAFolderIsAFailureOfTheTest)
 {
-    EXPECT_EQ(check(make_file(QStringLiteral("school.mdb"))), 1);
-    EXPECT_TRUE(error_text.isEmpty());
-}
-
-TEST_F(FileCheckTest, BlankNameMissingFileAndMissingFolderAreNotThere)
-{
-    EXPECT_EQ(check(QStringLiteral("   ")), 0);
-    EXPECT_EQ(check(dir.filePath(QStringLiteral("missing.mdb"))), 0);
-    EXPECT_EQ(check(dir.filePath(QStringLiteral("no-folder/missing.mdb"))), 0);
-    EXPECT_TRUE(error_text.isEmpty());
-}
-
-TEST_F(FileCheckTest, FileThatCannotBeReadIsStillThere)
-{
-    const QString name = make_file(QStringLiteral("locked.mdb"));
-    QFile::setPermissions(name, QFileDevice::WriteOwner);
-
-    EXPECT_EQ(check(name), 1);
-    EXPECT_TRUE(error_text.isEmpty());
-}
-
-TEST_F(FileCheckTest, FolderIsAFailureOfTheTest)
-{
-    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("archive.mdb")));
-
-    EXPECT_EQ(check(dir.filePath(QStringLiteral("archive.mdb"))), 2);
-    EXPECT_EQ(error_text, QStringLiteral("Error Occurred, 75 : Path/File access error"));
+    struct Case {
+        QString name;
+        int result;  // 0 not there, 1 there, 2 failure
+        QString error_text;
+    };
+    const QList<Case> cases = {
+        {school, 1, QString()},
+        {folder.file(QStringLiteral("locked.mdb")), 1, QString()},  // unreadable, but there
+        {QStringLiteral("   "), 0, QString()},
+        {folder.file(QStringLiteral("missing.mdb")), 0, QString()},
+        {folder.file(QStringLiteral("no-folder/missing.mdb")), 0, QString()},
+        {folder.file(QStringLiteral("archive.mdb")), 2, QStringLiteral("Error Occurred, 75 : Path/File access error")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name.toStdString());
+        QString error_text = QStringLiteral("left over");
+        EXPECT_EQ(Glob_File_Check(c.name, error_text), c.result);
+        EXPECT_EQ(error_text, c.error_text);
+    }
 }
 
 // ---- path splitting -------------------------------------------------------------
 
-struct SplitParts {
-    QString drive, folder, file, extension;
-    bool operator==(const SplitParts&) const = default;
-};
-
-void PrintTo(const SplitParts& p, std::ostream* os)
+TEST(SplitPath, AFileNameGivesDriveFolderFileAndExtension)
 {
-    *os << "{" << p.drive.toStdString() << " | " << p.folder.toStdString() << " | " << p.file.toStdString()
-        << " | " << p.extension.toStdString() << "}";
-}
-
-SplitParts split(const QString& full)
-{
-    SplitParts p;
-    Split_Path(full, p.drive, p.folder, p.file, p.extension);
-    return p;
-}
-
-TEST(SplitPath, FullFileNameGivesAllFourParts)
-{
-    EXPECT_EQ(split(QStringLiteral("/home/school/Term 3.mdb")),
-              (SplitParts{QStringLiteral("/"), QStringLiteral("/home/school"), QStringLiteral("Term 3"),
-                          QStringLiteral("mdb")}));
-    EXPECT_EQ(split(QStringLiteral("/backup.tar.gz")),
-              (SplitParts{QStringLiteral("/"), QStringLiteral("/"), QStringLiteral("backup.tar"),
-                          QStringLiteral("gz")}));
-}
-
-TEST(SplitPath, NameWithoutExtensionIsTakenToBeAFolder)
-{
-    EXPECT_EQ(split(QStringLiteral("/home/school.d/new")),
-              (SplitParts{QStringLiteral("/"), QStringLiteral("/home/school.d/new"), QString(), QString()}));
-}
-
-TEST(SplitPath, RelativeNameHasNoDrive)
-{
-    EXPECT_EQ(split(QStringLiteral("data/school.mdb")),
-              (SplitParts{QString(), QStringLiteral("data"), QStringLiteral("school"), QStringLiteral("mdb")}));
-    EXPECT_EQ(split(QStringLiteral("school.mdb")),
-              (SplitParts{QString(), QString(), QStringLiteral("school"), QStringLiteral("mdb")}));
+    struct Case {
+        QString full;
+        QString parts;  // "drive|folder|file|extension"
+    };
+    const QList<Case> cases = {
+        {"/home/school/Term 3.mdb", "/|/home/school|Term 3|mdb"},
+        {"/backup.tar.gz", "/|/|backup.tar|gz"},
+        {"/home/school.d/new", "/|/home/school.d/new||"},  // without extension: a folder
+        {"data/school.mdb", "|data|school|mdb"},            // relative: no drive
+        {"school.mdb", "||school|mdb"},
+    };
+    for (const Case& c : cases) {
+        QString drive, folder, file, extension;
+        Split_Path(c.full, drive, folder, file, extension);
+        EXPECT_EQ(QStringList({drive, folder, file, extension}).join(QLatin1Char('|')), c.parts) << c.full.toStdString();
+    }
 }
 
 TEST(BuildPath, JoinsWithExactlyOneSlash)
@@ -129,80 +91,42 @@ struct FakeTextBox : TextBoxLike {
     int focus_count = 0;
 };
 
-class NewDatabaseNameTest : public FileCheckTest {};
-
-TEST_F(NewDatabaseNameTest, BlankNameIsRefused)
+// A name is trimmed and put back; a refused one is said why, in a box of the
+// program's title, and the box gets the focus again.
+TEST_F(FileCheckTest, ANewDatabaseNameMustBeGivenWholeAndNewWhenAskedFor)
 {
-    FakeTextBox box(QStringLiteral("   "));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Enter a New database name and try again."), engine::answer::Ok, 64);
-
-    EXPECT_FALSE(Check_New_Database_Name(box, true));
-
-    EXPECT_EQ(box.typed, QString());
-    EXPECT_EQ(box.focus_count, 1);
-    EXPECT_EQ(boxes.titles().value(0), App_Title());
-}
-
-TEST_F(NewDatabaseNameTest, RelativeNameIsRefused)
-{
-    FakeTextBox box(QStringLiteral("school.mdb"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error: This must be a full file name,  including the drive."), engine::answer::Ok, 0);
-
-    EXPECT_FALSE(Check_New_Database_Name(box, false));
-    EXPECT_EQ(box.focus_count, 1);
-}
-
-TEST_F(NewDatabaseNameTest, NameIsTrimmedAndAcceptedWhenItMayExist)
-{
-    const QString existing = make_file(QStringLiteral("school.mdb"));
-    FakeTextBox box(QStringLiteral("  ") + existing + QStringLiteral("  "));
-    ScriptedBoxes boxes;
-
-    EXPECT_TRUE(Check_New_Database_Name(box, false));
-
-    EXPECT_EQ(box.typed, existing);
-    EXPECT_EQ(box.focus_count, 0);
-}
-
-TEST_F(NewDatabaseNameTest, ExistingFileIsRefusedWhenItMustNotExist)
-{
-    FakeTextBox box(make_file(QStringLiteral("school.mdb")));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This filename already exists.\nEnter a new filename and try again."),
-                 engine::answer::Ok, 64);
-
-    EXPECT_FALSE(Check_New_Database_Name(box, true));
-    EXPECT_EQ(box.focus_count, 1);
-}
-
-TEST_F(NewDatabaseNameTest, NameWithoutExtensionIsTestedWithMdbAndLeftAsTyped)
-{
-    make_file(QStringLiteral("school.mdb"));
-    const QString typed = dir.filePath(QStringLiteral("school"));
-    FakeTextBox box(typed);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This filename already exists."), engine::answer::Ok, 64);
-
-    EXPECT_FALSE(Check_New_Database_Name(box, true));
-    EXPECT_EQ(box.typed, typed);
-
-    FakeTextBox fresh(dir.filePath(QStringLiteral("autumn")));
-    EXPECT_TRUE(Check_New_Database_Name(fresh, true));
-    EXPECT_EQ(fresh.typed, dir.filePath(QStringLiteral("autumn")));
-}
-
-TEST_F(NewDatabaseNameTest, FailingFileTestIsShownWithItsText)
-{
-    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("folder.mdb")));
-    FakeTextBox box(dir.filePath(QStringLiteral("folder.mdb")));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Invalid directory or drive - Error Occurred, 75 : Path/File access error\n"
-                                "Enter a new filename and try again."),
-                 engine::answer::Ok, 64);
-
-    EXPECT_FALSE(Check_New_Database_Name(box, true));
+    struct Case {
+        QString typed;
+        bool must_not_exist;
+        QString refusal;  // empty: accepted
+        int style = -1;
+        QString left;  // the box's text afterwards
+    };
+    const QString exists = QStringLiteral("This filename already exists.\nEnter a new filename and try again.");
+    const QString without_extension = folder.file(QStringLiteral("school"));
+    const QList<Case> cases = {
+        {"   ", true, "Enter a New database name and try again.", 64, ""},
+        {"school.mdb", false, "Error: This must be a full file name,  including the drive.", 0, "school.mdb"},
+        {"  " + school + "  ", false, "", -1, school},
+        {school, true, exists, 64, school},
+        // A name without extension is tested with .mdb added, and left as typed.
+        {without_extension, true, exists, 64, without_extension},
+        {folder.file(QStringLiteral("autumn")), true, "", -1, folder.file(QStringLiteral("autumn"))},
+        {folder.file(QStringLiteral("archive.mdb")), true,
+         "Invalid directory or drive - Error Occurred, 75 : Path/File access error\nEnter a new filename and try again.", 64,
+         folder.file(QStringLiteral("archive.mdb"))},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.typed.toStdString());
+        FakeTextBox box(c.typed);
+        ScriptedBoxes boxes;
+        if (!c.refusal.isEmpty())
+            boxes.expect(c.refusal, engine::answer::Ok, c.style);
+        EXPECT_EQ(Check_New_Database_Name(box, c.must_not_exist), c.refusal.isEmpty());
+        EXPECT_EQ(box.typed, c.left);
+        EXPECT_EQ(box.focus_count, c.refusal.isEmpty() ? 0 : 1);
+        EXPECT_EQ(boxes.titles().value(0, App_Title()), App_Title());
+    }
 }
 
 }  // namespace

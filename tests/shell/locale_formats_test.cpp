@@ -4,9 +4,7 @@
 #include "shell/app_globals.h"
 #include "support/fake_locale_source.h"
 #include "support/scripted_boxes.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -20,176 +18,93 @@ using testing_support::FakeLocaleSource;
 using testing_support::LocaleScope;
 using testing_support::ScriptedBoxes;
 
-// Runs Setup_Formats on the given settings.
-void setup_with(const FakeLocaleSource& source)
+// The globals Setup_Formats leaves, as one line to compare:
+// "order|date sep|time sep|date|day-month|entry date|time|time am/pm|standard".
+QString formats_after(const FakeLocaleSource& source)
 {
     LocaleScope scope(source);
     Setup_Formats();
+    return QStringList{QString::number(Glob_Date_Order()), Glob_Date_Sep(), Glob_Time_Sep(), Glob_Date_Format(),
+                       Glob_Day_Month_Format(), Glob_Entry_Date_Format(), Glob_Time_Format(), Glob_Time_AMPM_Format(),
+                       Glob_Standard_Formats() ? QStringLiteral("standard") : QStringLiteral("own")}
+        .join(QLatin1Char('|'));
 }
 
-void expect_defaults()
-{
-    EXPECT_EQ(Glob_Date_Order(), 1);
-    EXPECT_EQ(Glob_Date_Sep(), " ");
-    EXPECT_EQ(Glob_Time_Sep(), ":");
-    EXPECT_EQ(Glob_Date_Format(), "dd mmm yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "dd-mmm");
-    EXPECT_EQ(Glob_Entry_Date_Format(), "dd mmm yyyy");
-    EXPECT_EQ(Glob_Time_Format(), "hh:nn");
-    EXPECT_EQ(Glob_Time_AMPM_Format(), "hh:nn ampm");
-    EXPECT_FALSE(Glob_Standard_Formats());
-}
+// What every global falls back to when a regional value can't be read.
+const QString fallback = QStringLiteral("1| |:|dd mmm yyyy|dd-mmm|dd mmm yyyy|hh:nn|hh:nn ampm|own");
 
 class SetupFormatsTest : public ::testing::Test {
 protected:
-    void TearDown() override { setup_with(FakeLocaleSource()); }
+    ~SetupFormatsTest() override { formats_after(FakeLocaleSource()); }
 };
 
-TEST_F(SetupFormatsTest, DefaultSettingsAreTheStandardFormats)
+TEST_F(SetupFormatsTest, TheRegionalSettingsBuildThePicturesWithTheMonthAlwaysInLetters)
 {
-    setup_with(FakeLocaleSource());
-    EXPECT_EQ(Glob_Date_Format(), "dd mmm yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "dd mmm");
-    EXPECT_EQ(Glob_Time_Format(), "hh:nn");
-    EXPECT_TRUE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, DayFirstWithSlashKeepsTheDayFirstAndTheMonthInLetters)
-{
-    setup_with(FakeLocaleSource().dates("/", 1));
-    EXPECT_EQ(Glob_Date_Order(), 1);
-    EXPECT_EQ(Glob_Date_Sep(), "/");
-    EXPECT_EQ(Glob_Date_Format(), "dd/mmm/yyyy");
-    EXPECT_EQ(Glob_Entry_Date_Format(), "dd/mmm/yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "dd/mmm");
-    EXPECT_FALSE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, YearFirstPutsTheYearFirstAndTheMonthBeforeTheDay)
-{
-    setup_with(FakeLocaleSource().dates("-", 2));
-    EXPECT_EQ(Glob_Date_Order(), 2);
-    EXPECT_EQ(Glob_Date_Format(), "yyyy-mmm-dd");
-    EXPECT_EQ(Glob_Entry_Date_Format(), "yyyy-mmm-dd");
-    EXPECT_EQ(Glob_Day_Month_Format(), "mmm-dd");
-}
-
-TEST_F(SetupFormatsTest, MonthFirstPutsTheMonthFirst)
-{
-    setup_with(FakeLocaleSource().dates("/", 0));
-    EXPECT_EQ(Glob_Date_Order(), 0);
-    EXPECT_EQ(Glob_Date_Format(), "mmm/dd/yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "mmm/dd");
-}
-
-TEST_F(SetupFormatsTest, AnUnknownOrderIsTreatedAsDayFirst)
-{
-    setup_with(FakeLocaleSource().dates(".", 7));
-    EXPECT_EQ(Glob_Date_Order(), 7);
-    EXPECT_EQ(Glob_Date_Format(), "dd.mmm.yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "dd.mmm");
-    EXPECT_FALSE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, ShortAndLongOrdersThatDisagreeGiveDayFirstAndNoDayMonthPicture)
-{
-    setup_with(FakeLocaleSource().dates("/", 1).set(IDATE, "0"));
-    EXPECT_EQ(Glob_Date_Format(), "dd/mmm/yyyy");
-    EXPECT_EQ(Glob_Entry_Date_Format(), "dd/mmm/yyyy");
-    EXPECT_EQ(Glob_Day_Month_Format(), "");
-    EXPECT_EQ(Glob_Date_Order(), 0);
-}
-
-TEST_F(SetupFormatsTest, DisagreeingOrdersAreNeverStandardEvenWithTheStandardSeparators)
-{
-    setup_with(FakeLocaleSource().set(IDATE, "0"));
-    EXPECT_EQ(Glob_Date_Format(), "dd mmm yyyy");
-    EXPECT_FALSE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, TheTimeSeparatorBuildsBothTimePictures)
-{
-    setup_with(FakeLocaleSource().set(STIME, "."));
-    EXPECT_EQ(Glob_Time_Sep(), ".");
-    EXPECT_EQ(Glob_Time_Format(), "hh.nn");
-    EXPECT_EQ(Glob_Time_AMPM_Format(), "hh.nn ampm");
-    EXPECT_FALSE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, ABlankTimeSeparatorMeansColon)
-{
-    setup_with(FakeLocaleSource().set(STIME, "  "));
-    EXPECT_EQ(Glob_Time_Sep(), ":");
-    EXPECT_EQ(Glob_Time_Format(), "hh:nn");
-    EXPECT_TRUE(Glob_Standard_Formats());
-}
-
-TEST_F(SetupFormatsTest, AClosingZeroIsNotPartOfTheValue)
-{
-    setup_with(FakeLocaleSource().set(SDATE, QStringLiteral("/") + QChar(0)).set(STIME, QStringLiteral(".") + QChar(0)));
-    EXPECT_EQ(Glob_Date_Format(), "dd/mmm/yyyy");
-    EXPECT_EQ(Glob_Time_Format(), "hh.nn");
-}
-
-class SetupFormatsFailureTest : public SetupFormatsTest {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        Current_Log_File() = dir.filePath(QStringLiteral("quillary.log"));
+    struct Case {
+        const char* what;
+        FakeLocaleSource source;
+        QString formats;
+    };
+    const QList<Case> cases = {
+        {"the program's defaults are the standard formats", FakeLocaleSource(),
+         "1| |:|dd mmm yyyy|dd mmm|dd mmm yyyy|hh:nn|hh:nn ampm|standard"},
+        {"day first with a slash", FakeLocaleSource().dates("/", 1),
+         "1|/|:|dd/mmm/yyyy|dd/mmm|dd/mmm/yyyy|hh:nn|hh:nn ampm|own"},
+        {"year first puts the month before the day", FakeLocaleSource().dates("-", 2),
+         "2|-|:|yyyy-mmm-dd|mmm-dd|yyyy-mmm-dd|hh:nn|hh:nn ampm|own"},
+        {"month first", FakeLocaleSource().dates("/", 0), "0|/|:|mmm/dd/yyyy|mmm/dd|mmm/dd/yyyy|hh:nn|hh:nn ampm|own"},
+        {"an unknown order is taken as day first", FakeLocaleSource().dates(".", 7),
+         "7|.|:|dd.mmm.yyyy|dd.mmm|dd.mmm.yyyy|hh:nn|hh:nn ampm|own"},
+        {"short and long orders that disagree give day first and no day-month picture",
+         FakeLocaleSource().dates("/", 1).set(IDATE, "0"), "0|/|:|dd/mmm/yyyy||dd/mmm/yyyy|hh:nn|hh:nn ampm|own"},
+        {"disagreeing orders are never standard, even with the standard separators", FakeLocaleSource().set(IDATE, "0"),
+         "0| |:|dd mmm yyyy||dd mmm yyyy|hh:nn|hh:nn ampm|own"},
+        {"the time separator builds both time pictures", FakeLocaleSource().set(STIME, "."),
+         "1| |.|dd mmm yyyy|dd mmm|dd mmm yyyy|hh.nn|hh.nn ampm|own"},
+        {"a blank time separator means a colon", FakeLocaleSource().set(STIME, "  "),
+         "1| |:|dd mmm yyyy|dd mmm|dd mmm yyyy|hh:nn|hh:nn ampm|standard"},
+        {"a closing zero is not part of the value",
+         FakeLocaleSource().set(SDATE, QStringLiteral("/") + QChar(0)).set(STIME, QStringLiteral(".") + QChar(0)),
+         "1|/|.|dd/mmm/yyyy|dd/mmm|dd/mmm/yyyy|hh.nn|hh.nn ampm|own"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(formats_after(c.source), c.formats);
     }
-    void TearDown() override
-    {
-        Current_Log_File().clear();
-        SetupFormatsTest::TearDown();
-    }
-    QString log_text() const
-    {
-        QFile file(Current_Log_File());
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
-    QTemporaryDir dir;
-};
-
-TEST_F(SetupFormatsFailureTest, OneFailedRowLeavesEveryGlobalAtItsDefaultAfterReportingIt)
-{
-    // Values from an earlier run must not survive either.
-    setup_with(FakeLocaleSource().dates("/", 2).set(STIME, "."));
-    ASSERT_EQ(Glob_Date_Format(), "yyyy/mmm/dd");
-
-    ScriptedBoxes boxes;
-    boxes.expect("Unexpected error Finding Date and Time formats", engine::answer::Ok, 0);
-    setup_with(FakeLocaleSource().dates("/", 2).set(STIME, ".").fail(ILDATE, 1004));
-    expect_defaults();
-    EXPECT_EQ(boxes.shown(), QStringList{"Unexpected error Finding Date and Time formats"});
-    EXPECT_EQ(boxes.titles().value(0), App_Title());
-
-    // The reason stands on the routine line of the log entry, in hexadecimal for the flags.
-    const QString log = log_text();
-    EXPECT_TRUE(log.contains("globLib    : Unexpected error Finding Date and Time formats\n        Invalid Flags 22 .\n"))
-        << log.toStdString();
 }
 
-TEST_F(SetupFormatsFailureTest, EveryFailedRowIsReportedWithItsOwnReason)
+// A value that can't be read is reported, its reason on the routine line of
+// the log entry (the flags in hexadecimal), and every global falls back to
+// its default, whatever an earlier run left.
+TEST_F(SetupFormatsTest, EveryFailedValueIsReportedWithItsReasonAndEveryGlobalFallsBack)
 {
-    ScriptedBoxes boxes;
-    for (int i = 0; i < 3; ++i)
-        boxes.expect("Unexpected error Finding Date and Time formats", engine::answer::Ok, 0);
-    setup_with(FakeLocaleSource().fail(SDATE, 87).fail(IDATE, 122).fail(STIME, 5));
-    expect_defaults();
-    const QString log = log_text();
-    EXPECT_TRUE(log.contains("        Invalid Parameter  .\n")) << log.toStdString();
-    EXPECT_TRUE(log.contains("        Insufficient Buffer .\n")) << log.toStdString();
-    EXPECT_TRUE(log.contains("        ?? .\n")) << log.toStdString();
-}
-
-TEST_F(SetupFormatsFailureTest, AValueTooLongForItsEightCharacterBufferFails)
-{
-    ScriptedBoxes boxes;
-    boxes.expect("Unexpected error Finding Date and Time formats");
-    setup_with(FakeLocaleSource().set(SDATE, "12345678"));
-    expect_defaults();
-    EXPECT_TRUE(log_text().contains("Insufficient Buffer"));
+    struct Case {
+        const char* what;
+        FakeLocaleSource source;
+        QStringList logged;
+    };
+    const QString headline = QStringLiteral("Unexpected error Finding Date and Time formats");
+    const QList<Case> cases = {
+        {"one failed row", FakeLocaleSource().dates("/", 2).set(STIME, ".").fail(ILDATE, 1004),
+         {"globLib    : Unexpected error Finding Date and Time formats\n        Invalid Flags 22 .\n"}},
+        {"three failed rows", FakeLocaleSource().fail(SDATE, 87).fail(IDATE, 122).fail(STIME, 5),
+         {"        Invalid Parameter  .\n", "        Insufficient Buffer .\n", "        ?? .\n"}},
+        {"a value too long for its eight-character buffer", FakeLocaleSource().set(SDATE, "12345678"),
+         {"Insufficient Buffer"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        testing_support::TestFolder folder;
+        ASSERT_NE(formats_after(FakeLocaleSource().dates("/", 2).set(STIME, ".")), fallback);
+        ScriptedBoxes boxes;
+        for (int i = 0; i < c.logged.size(); ++i)
+            boxes.expect(headline, engine::answer::Ok, 0);
+        EXPECT_EQ(formats_after(c.source), fallback);
+        EXPECT_EQ(boxes.shown().value(0), headline);
+        EXPECT_EQ(boxes.titles().value(0), App_Title());
+        for (const QString& line : c.logged)
+            EXPECT_TRUE(folder.log_text().contains(line)) << folder.log_text().toStdString();
+    }
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "shell/locale_formats.h"
 #include "shell/selection_lists.h"
 #include "support/fake_locale_source.h"
-#include "support/school_for_runs.h"
+#include "support/school_made_current.h"
 
 #include <gtest/gtest.h>
 

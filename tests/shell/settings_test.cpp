@@ -1,11 +1,11 @@
 #include "engine/settings_store.h"
 #include "shell/app_globals.h"
+#include "shell/install_folder.h"
 #include "shell/settings.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 
-#include <QFile>
 #include <QSettings>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -17,28 +17,15 @@ const QString title_query = QStringLiteral("Qry_Order_Courses_Title");
 
 class SettingsTest : public ::testing::Test {
 protected:
-    void SetUp() override
+    SettingsTest()
     {
-        ASSERT_TRUE(dir.isValid());
-        ini = dir.filePath(QStringLiteral("s.ini"));
-        use_store(ini);
-        folder = dir.filePath(QStringLiteral("F"));
-        set_install_folder_for_tests(folder);
+        set_install_folder_for_tests(install);
         Abort_Flag() = false;
-        Settings() = SettingsRecord{};
-        Current_Log_File().clear();
     }
-    void TearDown() override
+    ~SettingsTest() override
     {
-        engine::set_settings_store(nullptr);
         set_install_folder_for_tests(QString());
         Abort_Flag() = false;
-        Settings() = SettingsRecord{};
-    }
-
-    static void use_store(const QString& file)
-    {
-        engine::set_settings_store(std::make_unique<engine::SettingsStore>(file));
     }
 
     void store(const char* key, const QString& value)
@@ -54,7 +41,7 @@ protected:
 
     int stored_key_count() const
     {
-        QSettings written(ini, QSettings::IniFormat);
+        QSettings written(folder.file(QStringLiteral("s.ini")), QSettings::IniFormat);
         written.beginGroup(QStringLiteral("Startup"));
         return static_cast<int>(written.childKeys().size());
     }
@@ -62,10 +49,8 @@ protected:
     // A store that cannot be written: its folder would have to be made inside a file.
     void use_unwritable_store()
     {
-        const QString blocker = dir.filePath(QStringLiteral("blocker"));
-        QFile file(blocker);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        use_store(blocker + QStringLiteral("/s.ini"));
+        const QString blocker = folder.write_file(QStringLiteral("blocker"), QString());
+        engine::set_settings_store(std::make_unique<engine::SettingsStore>(blocker + QStringLiteral("/s.ini")));
     }
 
     static SettingsRecord defaults()
@@ -75,47 +60,29 @@ protected:
         return record;
     }
 
-    QTemporaryDir dir;
-    QString ini;
-    QString folder;
+    testing_support::TestFolder folder;
+    const QString install = folder.file(QStringLiteral("F"));
 };
 
 // ---- defaults -----------------------------------------------------------------
 
-TEST_F(SettingsTest, DefaultsAreLaidOutUnderTheInstallFolder)
+TEST_F(SettingsTest, TheDemoSchoolAndTheLogAreLookedForInTheInstallFolder)
 {
-    set_install_folder_for_tests(QStringLiteral("/opt/quillary"));
-
-    const SettingsRecord d = defaults();
-
-    EXPECT_EQ(d.default_database, QStringLiteral("/opt/quillary/database/Demo.mdb"));
-    EXPECT_EQ(d.log_file, QStringLiteral("/opt/quillary/quillary.log"));
-    EXPECT_EQ(d.report_output_dir, QStringLiteral("/opt/quillary"));
-    EXPECT_EQ(d.report_format_dir, QStringLiteral("/opt/quillary/repfmts"));
-    EXPECT_EQ(d.report_list, QStringLiteral("/opt/quillary/repfmts/zrepfmt.lst"));
-    EXPECT_EQ(d.script_dir, QStringLiteral("/opt/quillary/scripts"));
-    EXPECT_EQ(d.term_script, QStringLiteral("/opt/quillary/scripts/InTerms.sql"));
-    EXPECT_EQ(d.activity_script, QStringLiteral("/opt/quillary/scripts/InActDts.sql"));
-    EXPECT_EQ(d.cost_script, QStringLiteral("/opt/quillary/scripts/CrsCosts.sql"));
-    EXPECT_EQ(d.file_locations, 2);
-    EXPECT_EQ(d.course_query, title_query);
-}
-
-TEST_F(SettingsTest, InstallFolderWithTrailingSlashGivesNoDoubleSlash)
-{
-    set_install_folder_for_tests(QStringLiteral("/opt/quillary/"));
-
-    EXPECT_EQ(defaults().default_database, QStringLiteral("/opt/quillary/database/Demo.mdb"));
-    EXPECT_EQ(defaults().report_list, QStringLiteral("/opt/quillary/repfmts/zrepfmt.lst"));
+    for (const QString& install_folder : {QStringLiteral("/opt/quillary"), QStringLiteral("/opt/quillary/")}) {
+        SCOPED_TRACE(install_folder.toStdString());
+        set_install_folder_for_tests(install_folder);
+        EXPECT_EQ(defaults().default_database, QStringLiteral("/opt/quillary/database/Demo.mdb"));
+        EXPECT_EQ(defaults().log_file, QStringLiteral("/opt/quillary/quillary.log"));
+    }
 }
 
 // ---- first run ----------------------------------------------------------------
 
-TEST_F(SettingsTest, FirstRunAnsweredYesWritesElevenValuesAndCarriesOn)
+TEST_F(SettingsTest, FirstRunAnsweredYesWritesEveryValueAndCarriesOn)
 {
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Is this the first time"), engine::answer::Yes, 36);
-    boxes.expect(QStringLiteral("The default database has been changed to ") + folder +
+    boxes.expect(QStringLiteral("The default database has been changed to ") + install +
                      QStringLiteral("/database/Demo.mdb"),
                  engine::answer::Ok, 64);
 
@@ -127,36 +94,27 @@ TEST_F(SettingsTest, FirstRunAnsweredYesWritesElevenValuesAndCarriesOn)
     EXPECT_FALSE(Abort_Flag());
     EXPECT_EQ(stored_key_count(), 11);
     EXPECT_EQ(stored(settings_key::CQ), QStringLiteral("1"));
-    EXPECT_EQ(stored(settings_key::FL), QStringLiteral("2"));
-    EXPECT_EQ(stored(settings_key::LF), folder + QStringLiteral("/quillary.log"));
-    const SettingsRecord d = defaults();
-    EXPECT_EQ(Settings().default_database, d.default_database);
-    EXPECT_EQ(Settings().log_file, d.log_file);
-    EXPECT_EQ(Settings().report_output_dir, d.report_output_dir);
-    EXPECT_EQ(Settings().script_dir, d.script_dir);
+    EXPECT_EQ(stored(settings_key::LF), install + QStringLiteral("/quillary.log"));
+    EXPECT_EQ(Settings().default_database, defaults().default_database);
+    EXPECT_EQ(Settings().log_file, defaults().log_file);
     EXPECT_EQ(Settings().course_query, title_query);
 }
 
-TEST_F(SettingsTest, FirstRunAnsweredNoWritesNothingAndAborts)
+TEST_F(SettingsTest, FirstRunAnsweredNoOrUnableToWriteWritesNothingAndAborts)
 {
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Is this the first time"), engine::answer::No, 36);
-
-    Read_Settings();
-
-    EXPECT_TRUE(Abort_Flag());
-    EXPECT_EQ(stored_key_count(), 0);
-}
-
-TEST_F(SettingsTest, FirstRunThatCannotWriteAborts)
-{
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Is this the first time"), engine::answer::No, 36);
+        Read_Settings();
+        EXPECT_TRUE(Abort_Flag());
+        EXPECT_EQ(stored_key_count(), 0);
+    }
+    Abort_Flag() = false;
     use_unwritable_store();
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Is this the first time"), engine::answer::Yes);
     boxes.expect(QStringLiteral("Could NOT replace default values "), engine::answer::Ok, 16);
-
     Read_Settings();
-
     EXPECT_TRUE(Abort_Flag());
 }
 
@@ -194,7 +152,6 @@ TEST_F(SettingsTest, StoredValuesAreTakenAsTheyStand)
     store(settings_key::LF, QStringLiteral("/var/log/north.log"));
     store(settings_key::CT, QStringLiteral("/schools/scripts/MyTerms.sql"));
     store(settings_key::FL, QStringLiteral("1"));
-    store(settings_key::CQ, QStringLiteral("4"));
     ScriptedBoxes boxes;
 
     Read_Settings();
@@ -203,28 +160,25 @@ TEST_F(SettingsTest, StoredValuesAreTakenAsTheyStand)
     EXPECT_EQ(Settings().log_file, QStringLiteral("/var/log/north.log"));
     EXPECT_EQ(Settings().term_script, QStringLiteral("/schools/scripts/MyTerms.sql"));
     EXPECT_EQ(Settings().file_locations, 1);
-    EXPECT_EQ(Settings().course_query, QStringLiteral("Qry_Order_Courses_Location_Day"));
 }
 
-TEST_F(SettingsTest, CourseQueryThatIsNoNumberGivesTheDefaultQuerySilently)
+TEST_F(SettingsTest, TheStoredCourseOrderGivesItsQueryAndOneOutOfRangeIsReported)
 {
-    store(settings_key::CQ, QStringLiteral("abc"));
-    ScriptedBoxes boxes;
-
-    Read_Settings();
-
-    EXPECT_EQ(Settings().course_query, title_query);
-}
-
-TEST_F(SettingsTest, CourseQueryNumberOutOfRangeIsReportedAndGivesQueryOne)
-{
-    store(settings_key::CQ, QStringLiteral("7"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
-
-    Read_Settings();
-
-    EXPECT_EQ(Settings().course_query, title_query);
+    struct Case {
+        QString stored;
+        QString query;
+        bool reported;
+    };
+    for (const Case& c : {Case{"4", "Qry_Order_Courses_Location_Day", false}, Case{"abc", title_query, false},
+                          Case{"7", title_query, true}}) {
+        SCOPED_TRACE(c.stored.toStdString());
+        store(settings_key::CQ, c.stored);
+        ScriptedBoxes boxes;
+        if (c.reported)
+            boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
+        Read_Settings();
+        EXPECT_EQ(Settings().course_query, c.query);
+    }
 }
 
 // ---- writing --------------------------------------------------------------------
@@ -274,7 +228,6 @@ TEST_F(SettingsTest, ReplaceThatCannotWriteReportsAndLeavesTheRecordAlone)
 
 TEST_F(SettingsTest, SetDefaultDatabaseWritesAnnouncesAndLogs)
 {
-    Current_Log_File() = dir.filePath(QStringLiteral("quillary.log"));
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("The default database has been changed to /schools/south.mdb"), engine::answer::Ok,
                  64);
@@ -283,78 +236,47 @@ TEST_F(SettingsTest, SetDefaultDatabaseWritesAnnouncesAndLogs)
 
     EXPECT_EQ(stored(settings_key::DF), QStringLiteral("/schools/south.mdb"));
     EXPECT_EQ(Settings().default_database, QStringLiteral("/schools/south.mdb"));
-    QFile log(Current_Log_File());
-    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(log.readAll().contains("globmain   : The default database has been changed to /schools/south.mdb ."));
-    Current_Log_File().clear();
+    EXPECT_TRUE(folder.log_text().contains("globmain   : The default database has been changed to /schools/south.mdb ."));
 }
 
 // ---- course order queries ---------------------------------------------------------
 
-struct Conversion {
-    QString name;
-    short number;
-};
-
-Conversion convert(const QString& name, short number)
+// A number gives its name, a name its number; a name given is only searched
+// for, so an unknown one comes back with number 0 and no report.
+TEST(CourseOrderQuery, NamesAndNumbersConvertAndAnInvalidCallIsReportedAsQueryOne)
 {
-    Conversion c{name, number};
-    DB_Convert_Course_Qry(c.name, c.number);
-    return c;
-}
-
-TEST(CourseOrderQuery, NumbersGiveTheirNames)
-{
-    ScriptedBoxes boxes;
-    EXPECT_EQ(convert(QString(), 2).name, QStringLiteral("Qry_Order_Courses_Day"));
-    EXPECT_EQ(convert(QString(), 3).name, QStringLiteral("Qry_Order_Courses_Location"));
-    EXPECT_EQ(convert(QString(), 4).name, QStringLiteral("Qry_Order_Courses_Location_Day"));
-}
-
-TEST(CourseOrderQuery, NamesGiveTheirNumbersAndAreLeftAsGiven)
-{
-    ScriptedBoxes boxes;
-    const Conversion c = convert(QStringLiteral(" Qry_Order_Courses_Location "), 0);
-    EXPECT_EQ(c.number, 3);
-    EXPECT_EQ(c.name, QStringLiteral(" Qry_Order_Courses_Location "));
-}
-
-TEST(CourseOrderQuery, NothingGivenMeansQueryOne)
-{
-    ScriptedBoxes boxes;
-    const Conversion c = convert(QString(), 0);
-    EXPECT_EQ(c.number, 1);
-    EXPECT_EQ(c.name, title_query);
-}
-
-TEST(CourseOrderQuery, UnknownNameKeepsNumberZeroWithoutReport)
-{
-    ScriptedBoxes boxes;
-    for (const QString& name : {QStringLiteral("abc"), QStringLiteral("7")}) {
-        const Conversion c = convert(name, 0);
-        EXPECT_EQ(c.number, 0) << name.toStdString();
-        EXPECT_EQ(c.name, name);
-    }
-}
-
-TEST(CourseOrderQuery, NumberOutOfRangeIsReportedAndGivesQueryOne)
-{
-    for (short number : {short(7), short(5), short(-1)}) {
+    struct Case {
+        QString name;
+        short number;
+        QString name_after;
+        short number_after;
+        bool reported;
+    };
+    const QString location = QStringLiteral(" Qry_Order_Courses_Location ");
+    const QList<Case> cases = {
+        {QString(), 2, "Qry_Order_Courses_Day", 2, false},
+        {QString(), 3, "Qry_Order_Courses_Location", 3, false},
+        {QString(), 4, "Qry_Order_Courses_Location_Day", 4, false},
+        {location, 0, location, 3, false},
+        {QString(), 0, title_query, 1, false},
+        {"abc", 0, "abc", 0, false},
+        {"7", 0, "7", 0, false},
+        {QString(), 7, title_query, 1, true},
+        {QString(), 5, title_query, 1, true},
+        {QString(), -1, title_query, 1, true},
+        {"Qry_Order_Courses_Day", 2, title_query, 1, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name.toStdString() + " " + std::to_string(c.number));
         ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
-        const Conversion c = convert(QString(), number);
-        EXPECT_EQ(c.number, 1);
-        EXPECT_EQ(c.name, title_query);
+        if (c.reported)
+            boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
+        QString name = c.name;
+        short number = c.number;
+        DB_Convert_Course_Qry(name, number);
+        EXPECT_EQ(name, c.name_after);
+        EXPECT_EQ(number, c.number_after);
     }
-}
-
-TEST(CourseOrderQuery, NameAndNumberTogetherAreAnInvalidCall)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
-    const Conversion c = convert(QStringLiteral("Qry_Order_Courses_Day"), 2);
-    EXPECT_EQ(c.number, 1);
-    EXPECT_EQ(c.name, title_query);
 }
 
 }  // namespace

@@ -4,13 +4,13 @@
 #include "database/db_handling.h"
 #include "database/schema.h"
 #include "engine/msg_box.h"
-#include "engine/settings_store.h"
 #include "shell/app_globals.h"
 #include "shell/install_folder.h"
 #include "shell/settings.h"
 #include "shell/single_instance.h"
 #include "shell/startup.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 
 #include <QDir>
 #include <QSettings>
@@ -23,29 +23,25 @@ namespace {
 
 class StartupTest : public ::testing::Test {
 protected:
-    void SetUp() override
+    StartupTest()
     {
-        ini = dir.filePath(QStringLiteral("settings.ini"));
-        engine::set_settings_store(std::make_unique<engine::SettingsStore>(ini));
-        set_install_folder_for_tests(dir.path());
-        QDir(dir.path()).mkpath(QStringLiteral("database"));
+        QDir().mkpath(install + QStringLiteral("/database"));
+        set_install_folder_for_tests(install);
         Current_Log_File().clear();
     }
-
-    void TearDown() override
+    ~StartupTest() override
     {
         Main_End_Prog_Close();
         set_install_folder_for_tests(QString());
-        engine::set_settings_store(nullptr);
     }
 
-    int stored_keys() { return QSettings(ini, QSettings::IniFormat).allKeys().size(); }
-    QString demo() { return dir.filePath(QStringLiteral("database/Demo.mdb")); }
+    int stored_keys() const { return QSettings(folder.file(QStringLiteral("s.ini")), QSettings::IniFormat).allKeys().size(); }
 
+    testing_support::TestFolder folder;
+    const QString install = folder.file(QStringLiteral("install"));
+    const QString demo = install + QStringLiteral("/database/Demo.mdb");
     const QString first_run_question = QStringLiteral("Is this the first time that you have run this program?");
-    QTemporaryDir dir;
     QTemporaryDir locks;
-    QString ini;
 };
 
 TEST_F(StartupTest, AFirstRunAnsweredNoEndsWithNothingWritten)
@@ -61,17 +57,16 @@ TEST_F(StartupTest, AFirstRunAnsweredNoEndsWithNothingWritten)
 
 TEST_F(StartupTest, AFirstRunAnsweredYesWritesTheDefaultsAndOpensTheDemoSchool)
 {
-    ASSERT_TRUE(DB_Create_Database(demo(), true));
+    ASSERT_TRUE(DB_Create_Database(demo, true));
     SingleInstance instance(locks.path());
     ScriptedBoxes boxes;
     boxes.expect(first_run_question, engine::answer::Yes);
-    boxes.expect(QStringLiteral("The default database has been changed to ") + demo(), engine::answer::Ok,
+    boxes.expect(QStringLiteral("The default database has been changed to ") + demo, engine::answer::Ok,
                  engine::mb::Information);
     ASSERT_TRUE(Main_Start(instance));
     EXPECT_FALSE(Abort_Flag());
-    EXPECT_EQ(stored_keys(), 11);
-    EXPECT_EQ(Current_Db_Name(), demo());
-    EXPECT_EQ(Current_Log_File(), dir.filePath(QStringLiteral("quillary.log")));
+    EXPECT_EQ(Current_Db_Name(), demo);
+    EXPECT_EQ(Current_Log_File(), install + QStringLiteral("/quillary.log"));
 }
 
 TEST_F(StartupTest, AMissingDefaultDatabaseLeavesTheProgramRunningWithoutOne)
@@ -87,7 +82,7 @@ TEST_F(StartupTest, AMissingDefaultDatabaseLeavesTheProgramRunningWithoutOne)
 
 TEST_F(StartupTest, ASecondCopyIsRefusedAndTouchesNoDatabase)
 {
-    ASSERT_TRUE(DB_Create_Database(demo(), true));
+    ASSERT_TRUE(DB_Create_Database(demo, true));
     SingleInstance first(locks.path());
     ASSERT_TRUE(first.acquire());
     SingleInstance second(locks.path());

@@ -1,31 +1,8 @@
 #include "support/current_school.h"
 
 #include "database/code_values.h"
-#include "database/db_handling.h"
-#include "engine/err.h"
-#include "engine/workspace.h"
-#include "support/template_database.h"
-
-#include <gtest/gtest.h>
 
 namespace testing_support {
-
-CurrentSchool::CurrentSchool() : path_(copy_of_new_database(file(QStringLiteral("school.qdb")), true))
-{
-    EXPECT_TRUE(DB_Open(path_)) << engine::Err().Description.toStdString();
-}
-
-CurrentSchool::~CurrentSchool()
-{
-    DB_Close_All();
-    Program_Workspace().Close();
-}
-
-engine::Database& CurrentSchool::db()
-{
-    EXPECT_NE(Current_Db(), nullptr) << "no current database";
-    return *Current_Db();
-}
 
 int CurrentSchool::add_teacher(const QString& nickname, const QString& first_name, const QString& surname)
 {
@@ -36,9 +13,7 @@ int CurrentSchool::add_teacher(const QString& nickname, const QString& first_nam
 
 int CurrentSchool::add_course(const QString& title, int teacher)
 {
-    const int id = add_course(NewCourse(title).on(code::weekday::Monday));
-    exec(QStringLiteral("UPDATE Courses SET Course_Teacher_id = %1 WHERE Course_id = %2").arg(teacher).arg(id));
-    return id;
+    return add_course(NewCourse(title).taught_by(teacher));
 }
 
 int CurrentSchool::add_activity(const QString& title, int teacher)

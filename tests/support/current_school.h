@@ -1,24 +1,18 @@
 #pragma once
-// A new school database that is the program's current database for the life
-// of a test, as screens expect to find it, with its own settings store and
-// log in a temporary folder. Rows are added as the school's story needs them.
-// Unlike the invoicing fixtures it lets a test end with a transaction still
-// open, since some guards leave one so on purpose.
+// The school that screens find: a school made the program's current database
+// (blank settings) that lets a test end with a transaction still open, since
+// some guards leave one so on purpose, and a few rows as the screens' stories
+// need them.
 
-#include "support/school_rows.h"
-#include "support/test_folder.h"
+#include "support/school_made_current.h"
 
 #include <QString>
 
 namespace testing_support {
 
-class CurrentSchool : public TestFolder, public SchoolRows {
+class CurrentSchool : public SchoolMadeCurrent {
 public:
-    CurrentSchool();
-    ~CurrentSchool() override;
-
-    engine::Database& db() override;
-    QString path() const { return path_; }
+    CurrentSchool() : SchoolMadeCurrent(StartingSettings::Blank, OpenTransactionAtEnd::Allowed) {}
 
     using SchoolRows::add_activity;
     using SchoolRows::add_course;
@@ -28,9 +22,6 @@ public:
     int add_activity(const QString& title, int teacher);
     int add_invoice(int family) { return add_invoice(family, QStringLiteral("Spring fees")); }
     int add_invoice_line(int invoice, int pupil, double amount = 10.0);
-
-private:
-    QString path_;
 };
 
 }  // namespace testing_support

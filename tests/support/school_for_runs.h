@@ -1,14 +1,3 @@
 #pragma once
-// The school that the calendar, the script engine and invoicing runs work on:
-// a school database made the program's current database, with blank settings.
-
+// The old home of SchoolForRuns, now an alias in school_made_current.h.
 #include "support/school_made_current.h"
-
-namespace testing_support {
-
-class SchoolForRuns : public SchoolMadeCurrent {
-public:
-    SchoolForRuns();
-};
-
-}  // namespace testing_support

@@ -5,7 +5,7 @@
 #include "engine/recordset.h"
 #include "engine/sqlite_connection.h"
 #include "support/stored_values.h"
-#include "support/table_dump.h"
+#include "support/database_file.h"
 
 #include <QStringList>
 
@@ -15,7 +15,8 @@ namespace testing_support {
 
 namespace {
 
-QVariant optional_value(const std::optional<double>& value)
+template <typename T>
+QVariant optional_value(const std::optional<T>& value)
 {
     return value ? QVariant(*value) : QVariant();
 }
@@ -51,7 +52,8 @@ int SchoolRows::add_course(const NewCourse& course)
                                               {"Lesson_Duration", course.duration},
                                               {"Course_Type", course.type.isEmpty() ? QVariant() : course.type},
                                               {"Course_Suppressed", course.suppressed},
-                                              {"Course_Cancelled", course.cancelled}});
+                                              {"Course_Cancelled", course.cancelled},
+                                              {"Course_Teacher_id", optional_value(course.teacher)}});
 }
 
 void SchoolRows::put_on_course(int pupil, int course)
@@ -89,7 +91,8 @@ int SchoolRows::add_activity(const NewActivity& activity)
                                             {"Exam_Level", activity.level},
                                             {"Exam_Duration", 15},
                                             {"Exam_Price", optional_value(activity.price)},
-                                            {"Exam_Expenses", optional_value(activity.expenses)}});
+                                            {"Exam_Expenses", optional_value(activity.expenses)},
+                                            {"Exam_Teacher", optional_value(activity.teacher)}});
 }
 
 void SchoolRows::title_date(QDate day, const QString& title)
@@ -214,11 +217,7 @@ Rows SchoolRows::rows(const QString& query_or_sql, const Params& params)
 
 QVariant SchoolRows::scalar(const QString& sql)
 {
-    auto rs = db().OpenRecordset(sql);
-    EXPECT_NE(rs, nullptr) << sql.toStdString() << "\n" << engine::Err().Description.toStdString();
-    if (!rs || rs->at_eof())
-        return QVariant();
-    return rs->Fields(rs->field(0).name);
+    return scalar_of(db(), sql);
 }
 
 int SchoolRows::count(const QString& table)

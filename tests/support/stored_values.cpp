@@ -24,11 +24,11 @@ QString sql_literal(const QVariant& value)
     }
 }
 
-double money(const QVariant& value)
+QString money_text(const QVariant& value)
 {
     if (value.userType() == qMetaTypeId<engine::Currency>())
-        return value.value<engine::Currency>().to_double();
-    return value.toDouble();
+        return value.value<engine::Currency>().to_string();
+    return value.isNull() ? QStringLiteral("null") : engine::Currency::from_double(value.toDouble()).to_string();
 }
 
 }  // namespace testing_support

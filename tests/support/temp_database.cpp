@@ -1,7 +1,7 @@
 #include "support/temp_database.h"
 
 #include "engine/err.h"
-#include "engine/recordset.h"
+#include "support/database_file.h"
 
 #include <gtest/gtest.h>
 
@@ -27,11 +27,7 @@ void TempDatabase::native(const QString& sql)
 
 QVariant TempDatabase::scalar(const QString& sql)
 {
-    auto rows = db_->OpenRecordset(sql);
-    EXPECT_TRUE(rows) << engine::Err().Description.toStdString() << "\n" << sql.toStdString();
-    if (!rows || rows->at_eof())
-        return QVariant();
-    return rows->Fields(rows->field(0).name);
+    return scalar_of(*db_, sql);
 }
 
 }  // namespace testing_support

@@ -5,6 +5,7 @@
 #include "engine/err.h"
 #include "engine/recordset.h"
 #include "engine/workspace.h"
+#include "support/database_file.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,22 +15,12 @@ namespace upgrade_testing {
 
 namespace {
 
+using testing_support::values_of;
+
 void run(engine::Database& db, const QString& sql)
 {
     EXPECT_TRUE(db.execute_native(sql)) << sql.toStdString() << "\n"
                                         << engine::Err().Number << " " << engine::Err().Description.toStdString();
-}
-
-QStringList column_values(engine::Database& db, const QString& sql)
-{
-    QStringList values;
-    auto rows = db.OpenRecordset(sql);
-    EXPECT_NE(rows, nullptr) << sql.toStdString() << "\n" << engine::Err().Description.toStdString();
-    if (!rows)
-        return values;
-    for (rows->MoveFirst(); !rows->at_eof(); rows->MoveNext())
-        values << rows->Fields(rows->field(0).name).toString();
-    return values;
 }
 
 // The school, written into a current file.
@@ -71,7 +62,7 @@ void drop_columns(engine::Database& db, const QString& table, const QStringList&
 {
     // The storage-convention triggers name every column: they go first and
     // are made again for the columns that stay.
-    for (const QString& trigger : column_values(
+    for (const QString& trigger : values_of(
              db, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger' AND tbl_name = '%1' "
                                 "AND name LIKE 'qy!_%' ESCAPE '!'").arg(table)))
         run(db, QStringLiteral("DROP TRIGGER \"%1\"").arg(trigger));
@@ -169,14 +160,14 @@ void keep_only_system_query(engine::Database& db)
 QStringList outline_of(engine::Database& db)
 {
     QStringList lines;
-    lines << column_values(db, "SELECT lower(m.name) || '.' || lower(p.name) || ' ' || upper(p.type) || "
+    lines << values_of(db, "SELECT lower(m.name) || '.' || lower(p.name) || ' ' || upper(p.type) || "
                                "' default ' || ifnull(p.dflt_value, '-') || ' notnull ' || p.\"notnull\" "
                                "FROM sqlite_master m, pragma_table_info(m.name) p WHERE m.type = 'table'");
-    lines << column_values(db, "SELECT 'index ' || lower(m.name) || ' on ' || lower(m.tbl_name) || ' unique ' || "
+    lines << values_of(db, "SELECT 'index ' || lower(m.name) || ' on ' || lower(m.tbl_name) || ' unique ' || "
                                "l.\"unique\" || ' (' || (SELECT group_concat(lower(i.name), ',') FROM "
                                "pragma_index_info(m.name) i) || ')' FROM sqlite_master m, pragma_index_list(m.tbl_name) l "
                                "WHERE m.type = 'index' AND l.name = m.name");
-    lines << column_values(db, "SELECT 'trigger ' || lower(name) FROM sqlite_master WHERE type = 'trigger'");
+    lines << values_of(db, "SELECT 'trigger ' || lower(name) FROM sqlite_master WHERE type = 'trigger'");
     lines.sort();
     return lines;
 }
