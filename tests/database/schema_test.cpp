@@ -33,17 +33,13 @@ TEST(NewDatabase, HoldsOneSystemRowOneStandardRowAndNothingElse)
     const auto standard = school.rows("SELECT * FROM Standard_Values");
     ASSERT_EQ(standard.size(), 1u);
     EXPECT_EQ(standard[0]["stndrd_id"].toInt(), code::Standard_Values_Row);
-    EXPECT_EQ(standard[0]["School_Name"].toString(), " ");
-    EXPECT_EQ(standard[0]["VAT_Type"].toInt(), code::vat_type::None);
 
     const auto sys = school.rows("Qry_Select_Sys");
     ASSERT_EQ(sys.size(), 1u);
     EXPECT_EQ(sys[0]["s_DB_Type"].toInt(), code::Current_DB_Version);
     EXPECT_EQ(sys[0]["s_Style_Type"].toInt(), code::style_type::Locations_In_Settings);
-    EXPECT_EQ(sys[0]["s_Backup_Date"].toDateTime(), engine::zero_datetime());
-    EXPECT_EQ(sys[0]["s_Backup_filename"].toString(), "");
+    EXPECT_EQ(sys[0]["s_Backup_Date"].toDateTime(), engine::zero_datetime());  // never backed up
     EXPECT_LE(std::abs(sys[0]["s_Creation_Date"].toDateTime().secsTo(engine::now())), 60);
-    EXPECT_TRUE(sys[0]["s_Filename_zrepfmt"].isNull());
 
     for (const QString& table : school.db().TableDef_names()) {
         if (table != "Sys_tab" && table != "Standard_Values") {

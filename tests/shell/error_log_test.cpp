@@ -34,7 +34,8 @@ protected:
 
 // An unexpected failure shows and logs the run-time error's number and text
 // (a bound control's number reads it alike); a detected one ignores any
-// error pending. Either way the error is cleared once reported.
+// error pending. Either way the error is cleared once reported, and the
+// box's answer is left in Glob_Msg_Result.
 TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
 {
     struct Case {
@@ -45,6 +46,7 @@ TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
         int error;  // the run-time error pending, 0 for none
         QString box, logged;
         bool engine_errors_too = false;
+        int answer = engine::answer::Ok;  // left in Glob_Msg_Result
     };
     const QList<Case> cases = {
         {report::Unexpected, "Could not load", 0, "globals", "", 0, "Could not load", "globals    : Could not load .\n"},
@@ -54,6 +56,7 @@ TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
          "ffamily    : 3022 : Duplicate : Data error .\n"},
         {report::UpgradeFailed, "Could not upgrade the database", 16, "globdbhand", "", 3022,
          "Could not upgrade the database", "globdbhand : Could not upgrade the database .\n", true},
+        {report::Detected, "Go on?", 36, "globals", "", 0, "Go on?", "globals    : Go on? .\n", false, engine::answer::No},
     };
     const QHash<int, QString> descriptions = {{53, "File not found"}, {3022, "Duplicate"}};
     for (const Case& c : cases) {
@@ -66,8 +69,9 @@ TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
             engine::Err().Raise(c.error, descriptions[c.error]);
         }
         ScriptedBoxes boxes;
-        boxes.expect(c.message, engine::answer::Ok, c.style);
+        boxes.expect(c.message, c.answer, c.style);
         Report_Error(c.number, c.message, c.style, c.module, c.routine);
+        EXPECT_EQ(engine::Glob_Msg_Result(), c.answer);
         EXPECT_EQ(boxes.shown().value(0), c.box);
         EXPECT_EQ(boxes.titles().value(0), App_Title());
         EXPECT_EQ(entries_without_stamps(), QStringList{c.logged});
@@ -75,16 +79,6 @@ TEST_F(ReportErrorTest, EachKindOfFailureIsShownAndLoggedWithTheErrorItOwns)
         EXPECT_TRUE(engine::Err().Description.isEmpty());
         engine::DBEngine_Errors().clear();
     }
-}
-
-TEST_F(ReportErrorTest, AnswerOfTheBoxIsLeftInGlobMsgResult)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Go on?"), engine::answer::No, 36);
-
-    Report_Error(report::Detected, QStringLiteral("Go on?"), 36, QStringLiteral("globals"));
-
-    EXPECT_EQ(engine::Glob_Msg_Result(), engine::answer::No);
 }
 
 // ---- engine errors ---------------------------------------------------------
