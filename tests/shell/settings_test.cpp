@@ -131,18 +131,13 @@ TEST_F(SettingsTest, EmptyValuesStayEmptyExceptThoseWithDefaults)
 
     Read_Settings();
 
+    const SettingsRecord& r = Settings();
     const SettingsRecord d = defaults();
-    EXPECT_TRUE(Settings().default_database.isEmpty());
-    EXPECT_TRUE(Settings().log_file.isEmpty());
-    EXPECT_TRUE(Settings().report_output_dir.isEmpty());
-    EXPECT_TRUE(Settings().report_format_dir.isEmpty());
-    EXPECT_TRUE(Settings().script_dir.isEmpty());
-    EXPECT_EQ(Settings().file_locations, 2);
-    EXPECT_EQ(Settings().term_script, d.term_script);
-    EXPECT_EQ(Settings().activity_script, d.activity_script);
-    EXPECT_EQ(Settings().cost_script, d.cost_script);
-    EXPECT_EQ(Settings().report_list, d.report_list);
-    EXPECT_EQ(Settings().course_query, title_query);
+    EXPECT_EQ(QStringList({r.default_database, r.log_file, r.report_output_dir, r.report_format_dir, r.script_dir}),
+              QStringList(5, QString()));
+    EXPECT_EQ(QStringList({r.term_script, r.activity_script, r.cost_script, r.report_list, r.course_query}),
+              QStringList({d.term_script, d.activity_script, d.cost_script, d.report_list, title_query}));
+    EXPECT_EQ(r.file_locations, 2);
     EXPECT_FALSE(Abort_Flag());
 }
 
