@@ -2,10 +2,12 @@
 
 #include "engine/currency.h"
 #include "engine/err.h"
+#include "engine/jet_date.h"
 #include "engine/locale_source.h"
 #include "engine/vb_values.h"
 #include "shell/locale_formats.h"
 #include "shell/settings.h"
+#include "toolkit/typed_time.h"
 
 #include <QLocale>
 #include <cstdint>
@@ -13,6 +15,12 @@
 namespace {
 
 constexpr int minutes_in_a_day = 1440;
+
+// A time of day in the machine's time format, as courses keep and show it.
+QString clock_text(QTime time)
+{
+    return vb::Format(engine::make_datetime(engine::zero_date(), time), Glob_Time_Format());
+}
 
 }  // namespace
 
@@ -41,6 +49,10 @@ CourseRefusal Check_Course_Entry(CourseEntry& entry)
 
     if (entry.start_time.trimmed().isEmpty())
         entry.start_time = QStringLiteral("00:00");
+    QTime start;
+    if (!Read_Time_Of_Day(entry.start_time, start))
+        return {CourseField::Start_Time, QStringLiteral("The start time must be a time of day, such as 9:30 or 21:30")};
+    entry.start_time = clock_text(start);
     if (entry.day_index < 1)
         return {CourseField::Day, QStringLiteral("There must be a day")};
     return {};
@@ -48,26 +60,26 @@ CourseRefusal Check_Course_Entry(CourseEntry& entry)
 
 bool Course_Clock_Times(const QString& start_time, const QString& duration, QString& start_text, QString& end_text)
 {
-    QDateTime start;
+    QTime start;
     int16_t minutes = 0;
-    if (!vb::CDate(start_time, start) || !vb::CInt(duration, minutes))
+    if (!Read_Time_Of_Day(start_time, start)) {
+        engine::Err().Raise(engine::vberr::TypeMismatch, QStringLiteral("Type mismatch"));
         return false;
-    const QDateTime end = vb::DateAdd(QStringLiteral("n"), minutes, start);
-    if (!end.isValid())
+    }
+    if (!vb::CInt(duration, minutes))
         return false;
-    start_text = vb::Format(start, Glob_Time_Format());
-    end_text = vb::Format(end, Glob_Time_Format());
+    // QTime goes round the clock: a late lesson ends at the next day's time.
+    start_text = clock_text(start);
+    end_text = clock_text(start.addSecs(minutes * 60));
     return true;
 }
 
 QString Course_Time_Shown(const QString& start_time)
 {
-    QDateTime time;
-    if (start_time.trimmed().isEmpty() || !vb::CDate(start_time, time)) {
-        engine::Err().Clear();
+    QTime time;
+    if (!Read_Time_Of_Day(start_time, time))
         return start_time;
-    }
-    return vb::Format(time, Glob_Time_Format());
+    return clock_text(time);
 }
 
 QStringList Course_Day_Names()

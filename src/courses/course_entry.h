@@ -7,7 +7,8 @@
 #include <QStringList>
 
 // What the secretary typed, as the screen holds it; the checks may complete
-// it (a blank price becomes "0", a blank start time "00:00").
+// it (a blank price becomes "0", a blank start time "00:00") and write the
+// start time the way the machine shows times ("2330" becomes "23:30").
 struct CourseEntry {
     QString price;
     QString duration;
@@ -16,7 +17,7 @@ struct CourseEntry {
 };
 
 // The field a refusal sends the secretary back to.
-enum class CourseField { None, Price, Duration, Day };
+enum class CourseField { None, Price, Duration, Start_Time, Day };
 
 struct CourseRefusal {
     CourseField field = CourseField::None;
@@ -24,13 +25,14 @@ struct CourseRefusal {
 };
 
 // The price, duration, start time and day rules, in the order the secretary
-// meets them; the first broken rule is the answer.
+// meets them; the first broken rule is the answer. A start time is read as
+// people type one (see toolkit/typed_time.h).
 CourseRefusal Check_Course_Entry(CourseEntry& entry);
 
 // The start and end of the lesson as the course keeps them for reports, in
 // the time format of the machine. A lesson that runs past midnight ends at
-// the next day's clock time. False (engine error set) when the start can't be
-// read as a time.
+// the next day's clock time. False (error 13 set) when the start can't be
+// read as a time of day or the duration as minutes.
 bool Course_Clock_Times(const QString& start_time, const QString& duration, QString& start_text,
                         QString& end_text);
 
