@@ -82,6 +82,21 @@ bool find_new_term(engine::Database& db, const QString& name, int& term_id)
 
 bool TermCalendar::Save_Term()
 {
+    // The dates are checked again here: a term that ends before it starts
+    // would be stored with no lessons at all.
+    QDate start;
+    QDate end;
+    if (read_date(boxes.start, start) && read_date(boxes.end, end)) {
+        const QString refusal = Term_Dates_Refusal(start, end);
+        if (!refusal.isEmpty()) {
+            engine::MsgBox(refusal, engine::mb::OkOnly, App_Title());
+            return false;
+        }
+        if ((start != grid_start_ || end != grid_end_) && !Fill_Grid(start, end))
+            return false;
+    }
+    engine::Err().Clear();
+
     engine::Workspace& workspace = Program_Workspace();
     int term_id = 0;
     if (!workspace.BeginTrans()) {
@@ -92,8 +107,6 @@ bool TermCalendar::Save_Term()
     // What the user sees is what is stored: the totals are not worked out again.
     const std::array<int, term_grid::Days> totals = grid_.totals;
     const QString name = boxes.name;
-    QDate start;
-    QDate end;
     if (!read_date(boxes.start, start) || !read_date(boxes.end, end))
         return term_row_failure(term_id);
     if (!Build_Hols_Str(start, end)) {

@@ -70,10 +70,27 @@ unsigned TermCalendar::total_colour(int day) const
     return total_differs(day) ? calendar_colour::Total_Differs : calendar_colour::Total;
 }
 
+QString Term_Dates_Refusal(QDate start, QDate end)
+{
+    switch (check_term_span(start, end)) {
+    case TermSpan::Fits:
+        return QString();
+    case TermSpan::EndBeforeStart:
+        return QStringLiteral("The end date is before the start date.") + QLatin1Char('\n')
+               + QStringLiteral("Please enter an end date on or after the start date.");
+    case TermSpan::TooLong:
+        return QStringLiteral("The term is longer than the 16 weeks that the calendar can show.") + QLatin1Char('\n')
+               + QStringLiteral("Please enter an earlier end date.");
+    }
+    return QString();
+}
+
 void TermCalendar::Clear_Grid()
 {
     grid_ = TermGrid{};
     differs_.fill(false);
+    grid_start_ = QDate();
+    grid_end_ = QDate();
 }
 
 void TermCalendar::Clear_Screen()
@@ -105,6 +122,8 @@ bool TermCalendar::Fill_Grid(QDate start, QDate end)
         return holidays->FindFirst(criteria) && !holidays->NoMatch();
     };
     walk_term_grid(start, end, is_holiday, grid_, dates_);
+    grid_start_ = start;
+    grid_end_ = end;
     return true;
 }
 

@@ -20,6 +20,10 @@ inline constexpr unsigned Total = 0x00C0C0;          // a total in its normal st
 inline constexpr unsigned Total_Differs = 0xFF0000;  // a total unlike the stored lesson count
 }  // namespace calendar_colour
 
+// Why a term with these dates can't be stored: its end is before its start,
+// or it is longer than the grid can show. Empty when the dates will do.
+QString Term_Dates_Refusal(QDate start, QDate end);
+
 class TermCalendar {
 public:
     // What the screen's text boxes hold, as typed or as shown.
@@ -68,6 +72,9 @@ public:
     bool Build_Hols_Str(QDate start, QDate end);
     // Stores the term from the boxes, and its seven lesson counts from the
     // totals as shown, in one transaction. On success the id box holds the id.
+    // Dates that Term_Dates_Refusal refuses are refused with its words and
+    // nothing is written; a grid that shows other dates than the boxes is
+    // filled from the boxes first, so that the counts stored are the term's.
     bool Save_Term();
 
     // Shows a stored term as the screen does on moving to it: grid, boxes,
@@ -77,6 +84,9 @@ public:
 
 private:
     TermGrid grid_;
+    // The dates the grid was last filled for; null while it is empty.
+    QDate grid_start_;
+    QDate grid_end_;
     WeekdayDates dates_;
     std::array<bool, term_grid::Days> differs_{};
     std::array<QString, term_grid::Days> holidays_text_{};

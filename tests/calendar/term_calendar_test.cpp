@@ -154,6 +154,69 @@ TEST_F(TermCalendarTest, UpdatingAStoredTermReplacesItsLessonCounts)
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("Spring (short)"));
 }
 
+TEST(TermDatesRefusal, DatesThatTheGridCannotHoldAreRefusedWithTheirReason)
+{
+    struct Case {
+        QDate start;
+        QDate end;
+        const char* refusal;  // the first line of the words; empty: accepted
+    };
+    const Case cases[] = {
+        {spring_start, spring_end, ""},
+        {spring_start, spring_start, ""},
+        {spring_start, spring_start.addDays(112), ""},
+        {spring_start, spring_start.addDays(-1), "The end date is before the start date."},
+        {spring_end, spring_start, "The end date is before the start date."},
+        {spring_start, spring_start.addDays(113), "The term is longer than the 16 weeks that the calendar can show."},
+    };
+    for (const Case& row : cases) {
+        const QString refusal = Term_Dates_Refusal(row.start, row.end);
+        EXPECT_EQ(refusal.section(QLatin1Char('\n'), 0, 0), QString::fromUtf8(row.refusal))
+            << row.start.toString().toStdString() << " to " << row.end.toString().toStdString();
+    }
+}
+
+TEST_F(TermCalendarTest, ATermEndingBeforeItStartsIsRefusedAndNothingIsStored)
+{
+    const QString before = school.dump();
+    // The grid was refused when the end was typed, and stands empty.
+    calendar.Clear_Screen();
+    calendar.boxes.name = QStringLiteral("Backwards");
+    calendar.boxes.start = QStringLiteral("31 Mar 2026");
+    calendar.boxes.end = QStringLiteral("01 Jan 2026");
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The end date is before the start date.\n"
+                                    "Please enter an end date on or after the start date."),
+                     Ok, engine::mb::OkOnly);
+        EXPECT_FALSE(calendar.Save_Term());
+    }
+    calendar.boxes.end = QStringLiteral("31 Dec 2026");
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The term is longer than the 16 weeks that the calendar can show."), Ok,
+                     engine::mb::OkOnly);
+        EXPECT_FALSE(calendar.Save_Term());
+    }
+    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(calendar.boxes.term_id, QString());
+    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
+}
+
+TEST_F(TermCalendarTest, AGridShowingOtherDatesThanTheBoxesIsFilledFromTheBoxesBeforeSaving)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    // The end box changed without the grid following it.
+    calendar.boxes.end = QStringLiteral("31 Jan 2026");
+    ASSERT_TRUE(save());
+    const auto rows = lessons(calendar.boxes.term_id.toInt());
+    ASSERT_EQ(rows.size(), 7u);
+    EXPECT_EQ(rows[6]["Num_Lessons"].toInt(), 5);  // the Saturdays of January
+    EXPECT_EQ(rows[4]["Num_Lessons"].toInt(), 5);  // and its Thursdays
+    EXPECT_EQ(rows[1]["Last_Date"].toDateTime().date(), QDate(2026, 1, 26));
+    EXPECT_EQ(calendar.total(6), 5);
+}
+
 TEST_F(TermCalendarTest, ADuplicateNameOrStartDateStoresNothing)
 {
     type_term(QStringLiteral("Spring"), spring_start, spring_end);
