@@ -1,7 +1,9 @@
 #include "toolkit/data_control.h"
 
 #include "engine/database.h"
+#include "engine/currency.h"
 #include "engine/err.h"
+#include "engine/locale_source.h"
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "engine/vb_values.h"
@@ -15,9 +17,23 @@ void BoundField::fill(const QVariant& value)
     data_changed_ = false;
 }
 
-QString BoundField::text_of(const QVariant& value)
+QString BoundField::text_of(const QVariant& value) const
 {
-    return vb::CStr(value);
+    return money_ ? Money_Text(value) : vb::CStr(value);
+}
+
+QString Money_Text(const QVariant& value)
+{
+    engine::Currency money;
+    if (value.isNull() || !value.isValid() || !vb::CCur(value, money)) {
+        engine::Err().Clear();
+        return vb::CStr(value);
+    }
+    // Four places, then the noughts that say nothing, down to two places.
+    QString text = QString::number(money.to_double(), 'f', 4);
+    while (text.endsWith(QLatin1Char('0')) && text.indexOf(QLatin1Char('.')) < text.size() - 3)
+        text.chop(1);
+    return text.replace(QLatin1Char('.'), engine::locale_source().locale().decimalPoint());
 }
 
 DataControl::DataControl(QString name, QString error_words, QString module)
@@ -49,6 +65,7 @@ bool DataControl::Refresh(engine::Database* database, const QString& record_sour
         report_error(QStringLiteral("Refresh"));
         return false;
     }
+    learn_column_limits();
     UpdateControls();
     if (on_reposition_)
         on_reposition_();
@@ -71,6 +88,34 @@ void DataControl::UpdateControls()
         field->fill(value);
     }
     engine::Err().Clear();
+}
+
+void DataControl::fill_new_record(const std::function<bool(const BoundField&)>& keeps_its_value)
+{
+    if (!recordset_ || recordset_->EditMode() != engine::editmode::Add)
+        return;
+    for (BoundField* field : fields_) {
+        if (keeps_its_value && keeps_its_value(*field))
+            continue;
+        QVariant value;
+        if (!recordset_->get(field->DataField(), value))
+            value = QVariant();
+        field->fill(value);
+    }
+    engine::Err().Clear();
+}
+
+void DataControl::learn_column_limits()
+{
+    for (BoundField* field : fields_) {
+        const int index = recordset_->field_index(field->DataField());
+        if (index < 0)
+            continue;  // a name that isn't a field fails, and is reported, when it is read
+        const engine::FieldInfo& column = recordset_->field(index);
+        field->set_max_length(column.type == engine::FieldType::Text ? column.text_length : 0);
+        if (column.type == engine::FieldType::Currency)
+            field->set_money(true);
+    }
 }
 
 bool DataControl::moved(bool ok)

@@ -36,6 +36,20 @@ public:
     bool read_only() const { return read_only_; }
     void set_read_only(bool read_only) { read_only_ = read_only; }
 
+    // The most characters the column takes (TEXT(n)); 0 for no limit. The
+    // control then takes no more than that, whatever is typed or pasted.
+    int max_length() const { return max_length_; }
+    void set_max_length(int characters)
+    {
+        max_length_ = characters;
+        apply_max_length(characters);
+    }
+
+    // A field of money shows its value with two decimal places at least
+    // ("5.50"), and up to the four that money keeps.
+    bool is_money() const { return money_; }
+    void set_money(bool money) { money_ = money; }
+
     // Shows the record's value; afterwards DataChanged is false.
     void fill(const QVariant& value);
     // The control calls this for every change of its content, by the user or
@@ -55,15 +69,24 @@ public:
 
 protected:
     virtual void show_value(const QVariant& value) = 0;
+    // Limits the control to `characters` (0: no limit); nothing for a check box.
+    virtual void apply_max_length(int /*characters*/) {}
     // The plain text of a value, as a text box shows it.
-    static QString text_of(const QVariant& value);
+    QString text_of(const QVariant& value) const;
 
 private:
     QString data_field_;
     bool data_changed_ = false;
     bool filling_ = false;
     bool read_only_ = false;
+    bool money_ = false;
+    int max_length_ = 0;
 };
+
+// The text of an amount of money as a field shows it: rounded to the four
+// places that money keeps, with two decimals at least, in the machine's
+// decimal point. Text that isn't a number is given back as it is.
+QString Money_Text(const QVariant& value);
 
 class DataControl {
 public:
@@ -82,8 +105,10 @@ public:
     const std::vector<BoundField*>& bound_fields() const { return fields_; }
 
     // DatabaseName and RecordSource, then Refresh: opens the record set on a
-    // table, a stored query or SQL text and fills the bound fields. A failure
-    // is reported as the control's Error and gives false.
+    // table, a stored query or SQL text and fills the bound fields. Each
+    // field learns its column's limits: a TEXT(n) column's n as its most
+    // characters, a CURRENCY column that it shows money. A failure is
+    // reported as the control's Error and gives false.
     bool Refresh(engine::Database* database, const QString& record_source);
     const QString& RecordSource() const { return record_source_; }
 
@@ -94,6 +119,11 @@ public:
     // Fills every bound field from the current record: blank without one,
     // the edit buffer during an edit.
     void UpdateControls();
+    // After AddNew: every bound field, check boxes included, shows the new
+    // record's value, except those that `keeps_its_value` names, which stay
+    // as they are. So nothing of the record shown before is carried into a
+    // new one without the screen saying so.
+    void fill_new_record(const std::function<bool(const BoundField&)>& keeps_its_value);
 
     // Called after every move that leaves a current record or none.
     void set_on_reposition(std::function<void()> listener) { on_reposition_ = std::move(listener); }
@@ -127,6 +157,7 @@ public:
 
 private:
     bool moved(bool ok);
+    void learn_column_limits();
 
     QString name_;
     QString error_words_;

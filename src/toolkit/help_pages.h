@@ -3,7 +3,8 @@
 // in the install folder, one page per help context named by its number
 // ("1610.html"), with "index.html" for the contents and "help_on_help.html"
 // for help on using the help. This side decides which page a request means
-// and keeps whether help is open; the screen side opens the page.
+// and keeps whether help is open; the screen side shows the page in the
+// program's own help window.
 
 #include <QString>
 
@@ -50,13 +51,23 @@ inline constexpr int Report_Messages = 1930;
 
 // The manual's folder; empty when it isn't there, which means "no help file".
 QString manual_folder();
+// Where the manual belongs: the folder "manual" in the install folder.
+QString expected_manual_folder();
+
+// What is missing when a page can't be opened.
+enum class Missing { Nothing, Manual, Page };
 
 // What a request asks for.
 struct Request {
-    bool act = false;  // false: nothing to do, Show_Help gives false
-    QString page;      // the page to open; empty for Quit
+    bool act = false;                 // false: nothing to do, Show_Help gives false
+    QString page;                     // the page to open; empty for Quit
+    Missing missing = Missing::Nothing;  // why a page asked for can't be opened
+    QString missing_path;             // the folder or page that isn't there
 };
 Request resolve(int command, int context);
+
+// The words that tell the user what is missing; empty when nothing is.
+QString missing_words(const Request& request);
 
 // Whether a page was opened and not closed by a Quit since.
 bool& help_is_open();

@@ -5,6 +5,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
 
 namespace {
 
@@ -27,7 +29,16 @@ public:
     QString trimmed_text() const override { return edit_->text().trimmed(); }
 
 protected:
-    void show_value(const QVariant& value) override { edit_->setText(text_of(value)); }
+    void show_value(const QVariant& value) override
+    {
+        edit_->setText(text_of(value));
+        // A value longer than the box shows its beginning, not its end.
+        edit_->setCursorPosition(0);
+    }
+    void apply_max_length(int characters) override
+    {
+        edit_->setMaxLength(characters > 0 ? characters : QLineEdit().maxLength());
+    }
 
 private:
     QLineEdit* edit_;
@@ -37,7 +48,10 @@ class PlainTextField : public ControlField {
 public:
     PlainTextField(QPlainTextEdit* edit, const QString& data_field) : ControlField(edit, data_field), edit_(edit)
     {
-        QObject::connect(edit, &QPlainTextEdit::textChanged, [this] { note_change(); });
+        QObject::connect(edit, &QPlainTextEdit::textChanged, [this] {
+            keep_within_limit();
+            note_change();
+        });
     }
     QVariant value() const override
     {
@@ -48,9 +62,41 @@ public:
 
 protected:
     void show_value(const QVariant& value) override { edit_->setPlainText(text_of(value)); }
+    void apply_max_length(int characters) override
+    {
+        limit_ = characters;
+        keep_within_limit();
+    }
 
 private:
+    // A several-line box has no limit of its own: what goes beyond the
+    // column's size is taken off again, from the end of what was just typed
+    // or pasted (the text before the cursor), as a one-line box refuses it.
+    void keep_within_limit()
+    {
+        if (limit_ <= 0 || cutting_)
+            return;
+        const int length = edit_->document()->characterCount() - 1;  // less the closing paragraph mark
+        if (length <= limit_)
+            return;
+        const int excess = length - limit_;
+        int end = edit_->textCursor().position();
+        int start = end - excess;
+        if (start < 0) {
+            start = limit_;
+            end = length;
+        }
+        cutting_ = true;
+        QTextCursor cut(edit_->document());
+        cut.setPosition(start);
+        cut.setPosition(end, QTextCursor::KeepAnchor);
+        cut.removeSelectedText();
+        cutting_ = false;
+    }
+
     QPlainTextEdit* edit_;
+    int limit_ = 0;
+    bool cutting_ = false;
 };
 
 class CheckBoxField : public ControlField {

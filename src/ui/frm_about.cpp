@@ -22,7 +22,7 @@ QLabel* value_label(QWidget* parent, const QString& name, const QString& text)
     auto* label = new QLabel(text, parent);
     label->setObjectName(name);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setWordWrap(true);
+    // Paths have no blanks to wrap at: they are shown whole, on one line.
     return label;
 }
 
@@ -74,8 +74,8 @@ frm_About::frm_About(QWidget* parent) : QWidget(parent, Qt::Window)
     connect(mnu_exit, &QAction::triggered, this, &frm_About::mnu_exit_Click);
     connect(mnu_Help, &QAction::triggered, this, [this] { Show_Help(this, help::Context, help::context::About); });
 
-    setMinimumSize(420, 220);
-    resize(520, 260);
+    // The layout keeps the window at least as large as its words need.
+    resize(minimumSizeHint().expandedTo(QSize(520, 260)));
 }
 
 void frm_About::mnu_exit_Click()

@@ -37,6 +37,7 @@ frm_auditlog::frm_auditlog(QWidget* parent) : QWidget(parent, Qt::Window)
     txt_Audit->setReadOnly(true);
     txt_Audit->setLineWrapMode(QPlainTextEdit::NoWrap);
     txt_Audit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    txt_Audit->setAccessibleName(windowTitle());
     layout->addWidget(txt_Audit, 1);
 
     auto* buttons = new QHBoxLayout;
@@ -54,8 +55,10 @@ frm_auditlog::frm_auditlog(QWidget* parent) : QWidget(parent, Qt::Window)
     connect(mnu_exit, &QAction::triggered, this, &frm_auditlog::mnu_exit_Click);
     connect(mnu_help, &QAction::triggered, this, [this] { Show_Help(this, help::Context, help::context::Audit_Log); });
 
-    setMinimumSize(480, 320);
-    resize(900, 560);
+    // A page of the log stays readable, a line's start and a few lines of it.
+    const QFontMetrics log_metrics(txt_Audit->font());
+    txt_Audit->setMinimumSize(log_metrics.horizontalAdvance(QLatin1Char('0')) * 50, log_metrics.lineSpacing() * 8);
+    resize(minimumSizeHint().expandedTo(QSize(900, 560)));
 }
 
 frm_auditlog::~frm_auditlog()
@@ -67,7 +70,7 @@ void frm_auditlog::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!event->spontaneous())
-        Form_Activate();
+        Activate_When_Shown(this, [this] { Form_Activate(); });
 }
 
 void frm_auditlog::closeEvent(QCloseEvent* event)

@@ -108,7 +108,7 @@ frm_Courses::frm_Courses(QWidget* parent) : RecordScreen(course_words(), parent)
     bind(txt_Day, QStringLiteral("Day_of_Week"));
     bind(txt_Start_Time, QStringLiteral("Course_Time"));
     bind(txt_Duration, QStringLiteral("Lesson_Duration"));
-    bind(txt_Price, QStringLiteral("Course_LessonPrice"));
+    bind_money(txt_Price, QStringLiteral("Course_LessonPrice"));
     bind(txt_Teacher_id, QStringLiteral("Course_Teacher_id"));
     bind(txt_Altn_Costing, QStringLiteral("Course_Type"));
     bind(txt_Location, QStringLiteral("Course_Location"));
@@ -356,9 +356,10 @@ bool frm_Courses::Validate_Own_Rules()
     engine::Err().Clear();
     if (refusal.field != CourseField::None) {
         engine::MsgBox(refusal.message, engine::mb::OkOnly, App_Title());
-        QWidget* field = refusal.field == CourseField::Price      ? static_cast<QWidget*>(txt_Price)
-                         : refusal.field == CourseField::Duration ? static_cast<QWidget*>(txt_Duration)
-                                                                  : static_cast<QWidget*>(lst_Day);
+        QWidget* field = refusal.field == CourseField::Price        ? static_cast<QWidget*>(txt_Price)
+                         : refusal.field == CourseField::Duration   ? static_cast<QWidget*>(txt_Duration)
+                         : refusal.field == CourseField::Start_Time ? static_cast<QWidget*>(txt_Start_Time)
+                                                                    : static_cast<QWidget*>(lst_Day);
         field->setFocus(Qt::OtherFocusReason);
         return false;
     }

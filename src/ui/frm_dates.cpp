@@ -134,6 +134,7 @@ void frm_Dates::build_controls()
     cmb_Name->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmb_Name->setMaxVisibleItems(20);
     cmb_Name->setToolTip(QStringLiteral("Choose a term to show"));
+    cmb_Name->setAccessibleName(QStringLiteral("Choose a term to show"));
     txt_Term_Name = make_box(this, QStringLiteral("txt_Term_Name"));
     txt_Term_id = make_box(this, QStringLiteral("txt_Term_id"));
     txt_Term_id->hide();
@@ -209,6 +210,7 @@ void frm_Dates::build_controls()
         QFont bold = total->font();
         bold.setBold(true);
         total->setFont(bold);
+        total->setAccessibleName(QStringLiteral("%1 total").arg(QString::fromLatin1(weekday_names[day])));
         txt_Total[day] = total;
         grid->addWidget(total, totals_row, day + 1);
     }
@@ -241,7 +243,7 @@ void frm_Dates::build_controls()
     connect(mnu_Clear, &QAction::triggered, this, &frm_Dates::mnu_Clear_Click);
     connect(mnu_Help, &QAction::triggered, this, &frm_Dates::mnu_Help_Click);
 
-    setMinimumSize(minimumSizeHint());
+    // The layout keeps the window at least as large as the calendar needs.
     resize(minimumSizeHint().expandedTo(QSize(820, 640)));
 }
 
@@ -252,10 +254,15 @@ void frm_Dates::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     if (event->spontaneous() || shown_once_)
         return;
-    // The newest term, the first time the screen is shown.
-    shown_once_ = true;
-    Setup_Controls();
-    read_from_db(true);
+    // The newest term, the first time the screen is on view: showing it may
+    // ask to save the term, and that question belongs over this screen.
+    Activate_When_Shown(this, [this] {
+        if (shown_once_)
+            return;
+        shown_once_ = true;
+        Setup_Controls();
+        read_from_db(true);
+    });
 }
 
 void frm_Dates::closeEvent(QCloseEvent* event)
@@ -347,6 +354,8 @@ void frm_Dates::Clear_Screen()
 {
     calendar_.Clear_Screen();
     show_calendar();
+    // A blank screen is no stored term: the list names none.
+    cmb_Name->setCurrentIndex(-1);
 }
 
 // ---- The record set ----
@@ -540,16 +549,25 @@ void frm_Dates::cmd_Save_Click()
         txt_Term_Name->setFocus(Qt::OtherFocusReason);
         return;
     }
-    QDate day;
-    if (is_blank(txt_Start_Date) || !box_date(txt_Start_Date, day)) {
+    QDate start;
+    if (is_blank(txt_Start_Date) || !box_date(txt_Start_Date, start)) {
         box(QStringLiteral("Please enter a start date"));
         txt_Start_Date->setFocus(Qt::OtherFocusReason);
         return;
     }
     if (is_blank(txt_End_Date) && calendar_.default_end_date().isValid())
         txt_End_Date->setText(long_date(calendar_.default_end_date()));
-    if (!box_date(txt_End_Date, day)) {
+    QDate end;
+    if (!box_date(txt_End_Date, end)) {
         box(QStringLiteral("Please enter an end date"));
+        txt_End_Date->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    // The grid may have refused these dates when they were typed; they are
+    // refused here as well, or the term would be stored without lessons.
+    const QString refusal = Term_Dates_Refusal(start, end);
+    if (!refusal.isEmpty()) {
+        box(refusal);
         txt_End_Date->setFocus(Qt::OtherFocusReason);
         return;
     }
@@ -560,6 +578,8 @@ void frm_Dates::cmd_Save_Click()
     boxes_to_calendar();
     if (!calendar_.Save_Term())
         return;  // the screen keeps what the user typed
+    for (int n = 0; n < term_grid::Cells; ++n)
+        show_cell(n);
     show_totals();
     txt_Term_id->setText(calendar_.boxes.term_id);
     // Back to the stored term, with the list showing any new or renamed one.

@@ -78,8 +78,8 @@ frm_Main_Menu::frm_Main_Menu(QWidget* parent) : QWidget(parent, Qt::Window)
         set_frame_colour(frame, Glob_Form_Colour());
     connect_commands();
     set_main_menu(this);
-    setMinimumSize(minimumSizeHint());
-    resize(720, 480);
+    // The layout keeps the window at least as large as the commands need.
+    resize(minimumSizeHint().expandedTo(QSize(720, 480)));
 }
 
 frm_Main_Menu::~frm_Main_Menu()
@@ -291,7 +291,7 @@ void frm_Main_Menu::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!event->spontaneous())
-        Form_Activate();
+        Activate_When_Shown(this, [this] { Form_Activate(); });
 }
 
 void frm_Main_Menu::Form_Activate()

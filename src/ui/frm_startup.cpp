@@ -37,5 +37,6 @@ frm_Startup::frm_Startup(QWidget* parent) : QWidget(parent, Qt::SplashScreen)
     layout->addWidget(title);
     layout->addWidget(note);
     layout->addStretch(1);
-    setMinimumSize(320, 140);
+    // Room around the name, whatever the font.
+    card->setMinimumWidth(title->sizeHint().width() * 2);
 }

@@ -4,6 +4,7 @@
 #include "engine/err.h"
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
+#include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "ui/bound_fields.h"
@@ -54,6 +55,17 @@ int box(const QString& text, int style = engine::mb::OkOnly)
     return engine::MsgBox(text, style, App_Title());
 }
 
+// A report numbered as a detected failure doesn't read the engine's error,
+// so the routine line of its log entry carries the cause: the number and
+// text of the failure at hand, when there is one.
+QString with_cause(const QString& routine)
+{
+    const engine::ErrState& err = engine::Err();
+    if (err.Number == 0)
+        return routine;
+    return routine + QStringLiteral(" : ") + QString::number(err.Number) + QStringLiteral(" : ") + err.Description;
+}
+
 }  // namespace
 
 RecordScreen::RecordScreen(RecordScreenWords words, QWidget* parent)
@@ -100,6 +112,8 @@ void RecordScreen::build_common_controls()
     cmb_Names->setMinimumContentsLength(24);
     cmb_Names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmb_Names->setMaxVisibleItems(20);
+    // The list has no label on the screen; a screen reader still names it.
+    cmb_Names->setAccessibleName(QStringLiteral("Choose a ") + words_.noun);
     navigation->addWidget(cmb_Names, 1);
     cmd_First = make_button(frame_Navigation, QStringLiteral("cmd_First"), QStringLiteral("&First"));
     cmd_Prev = make_button(frame_Navigation, QStringLiteral("cmd_Prev"), QStringLiteral("&Previous"));
@@ -139,6 +153,7 @@ void RecordScreen::build_common_controls()
     txt_Status->setObjectName(QStringLiteral("txt_Status"));
     txt_Status->setReadOnly(true);
     txt_Status->setFocusPolicy(Qt::NoFocus);
+    txt_Status->setAccessibleName(frame_status->title());
     status->addWidget(txt_Status);
     layout->addWidget(frame_status);
 }
@@ -158,15 +173,11 @@ void RecordScreen::connect_commands()
     connect(mnu_Help, &QAction::triggered, this, &RecordScreen::mnu_Help_Click);
 }
 
-// A long label wraps, so that it doesn't squeeze its column's fields.
+// Labels stay on one line, so that each stands level with its field; the
+// column of labels is as wide as its longest.
 QLabel* RecordScreen::field_label(const QString& text)
 {
-    auto* label = new QLabel(text, record_area_);
-    if (text.size() > 18) {
-        label->setWordWrap(true);
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(text) / 2 + 8);
-    }
-    return label;
+    return new QLabel(text, record_area_);
 }
 
 void RecordScreen::add_row(int column, const QString& label, QWidget* field, bool grows)
@@ -185,6 +196,8 @@ QLineEdit* RecordScreen::add_line(int column, const QString& name, const QString
 {
     auto* edit = new QLineEdit(record_area_);
     edit->setObjectName(name);
+    // However small the window, a box shows a dozen characters of what it holds.
+    edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 12);
     add_row(column, label, edit, false);
     return edit;
 }
@@ -193,7 +206,8 @@ QPlainTextEdit* RecordScreen::add_text(int column, const QString& name, const QS
 {
     auto* text = new QPlainTextEdit(record_area_);
     text->setObjectName(name);
-    text->setMinimumHeight(text->fontMetrics().lineSpacing() * 3 + 12);
+    // Wide enough for a few words; its height is what its scroll bar needs.
+    text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 16);
     add_row(column, label, text, true);
     return text;
 }
@@ -237,6 +251,12 @@ void RecordScreen::bind(QWidget* control, const QString& column, OnLeave on_leav
     bindings_.push_back(std::move(binding));
 }
 
+void RecordScreen::bind_money(QLineEdit* control, const QString& column)
+{
+    bind(control, column);
+    bindings_.back().field->set_money(true);
+}
+
 void RecordScreen::bind_title(QLineEdit* control, const QString& column)
 {
     title_field_ = control;
@@ -268,7 +288,8 @@ void RecordScreen::Setup_Controls(const QString& record_source, const QString& k
         if (!grows)
             column->setRowStretch(column->rowCount(), 1);
     }
-    setMinimumSize(minimumSizeHint());
+    // No minimum is set here: the screen's layout keeps the window at least
+    // as large as its controls need, as they are once styled and filled.
 }
 
 RecordScreen::Binding* RecordScreen::binding_of(QWidget* control)
@@ -285,7 +306,7 @@ void RecordScreen::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!event->spontaneous())
-        Form_Activate();
+        Activate_When_Shown(this, [this] { Form_Activate(); });
 }
 
 void RecordScreen::closeEvent(QCloseEvent* event)
@@ -328,6 +349,15 @@ void RecordScreen::field_left(QWidget* control)
             if (upper != edit->text())
                 edit->setText(upper);
         }
+    }
+    // An amount typed as "5.5" reads "5.50" once the field is left.
+    if (binding->field->is_money()) {
+        if (auto* edit = qobject_cast<QLineEdit*>(control); edit && vb::IsNumeric(edit->text())) {
+            const QString money = Money_Text(edit->text());
+            if (money != edit->text())
+                edit->setText(money);
+        }
+        engine::Err().Clear();
     }
     Check_LostFocus(control);
 }
@@ -627,7 +657,7 @@ void RecordScreen::cmd_Update_Click()
             title_field_->setFocus(Qt::OtherFocusReason);
         } else {
             Report_Error(unexpected_state, QStringLiteral("Unexpected error "), engine::mb::Information,
-                         words_.module, QStringLiteral("cmd_Update"));
+                         words_.module, with_cause(QStringLiteral("cmd_Update")));
         }
         return;
     }
@@ -732,14 +762,9 @@ void RecordScreen::Clear_highlights()
 
 void RecordScreen::Clear_screen()
 {
-    for (const Binding& binding : bindings_) {
-        if (kept_by_clear_screen(binding.control))
-            continue;
-        if (auto* edit = qobject_cast<QLineEdit*>(binding.control))
-            edit->clear();
-        else if (auto* text = qobject_cast<QPlainTextEdit*>(binding.control))
-            text->clear();
-    }
+    // Every bound field, check boxes too, starts from the new record's value;
+    // only what the screen keeps on purpose stays.
+    data_.fill_new_record([this](const BoundField& field) { return kept_by_clear_screen(control_of(field)); });
     clear_more();
     Clear_highlights();
 }
@@ -776,5 +801,5 @@ void RecordScreen::report_unexpected(const QString& routine) const
 void RecordScreen::report_unexpected_mode(const QString& routine) const
 {
     Report_Error(unexpected_state, QStringLiteral("Unexpected error "), engine::mb::Information, words_.module,
-                 routine);
+                 with_cause(routine));
 }

@@ -116,6 +116,10 @@ protected:
     // Binds a field to a column: Enter moves on, losing the focus runs
     // Check_LostFocus, and Clear_highlights covers it.
     void bind(QWidget* control, const QString& column, OnLeave on_leave = OnLeave::Nothing);
+    // A field of money kept in a column that isn't CURRENCY (a price per
+    // lesson): as bind(), shown with two decimals. CURRENCY columns are money
+    // without saying so.
+    void bind_money(QLineEdit* control, const QString& column);
     // The title field: as bind(), with the title's own check on losing the focus.
     void bind_title(QLineEdit* control, const QString& column);
     // A hidden field that shows a column and is never written (a key).

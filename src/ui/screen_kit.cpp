@@ -1,14 +1,18 @@
 #include "ui/screen_kit.h"
 
+#include "engine/msg_box.h"
+#include "shell/error_log.h"
 #include "toolkit/help_pages.h"
+#include "ui/help_window.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDesktopServices>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QWidget>
+#include <QWindow>
 
 namespace {
 
@@ -43,11 +47,8 @@ protected:
     }
 };
 
-std::function<bool(const QUrl&)>& help_opener()
-{
-    static std::function<bool(const QUrl&)> opener;
-    return opener;
-}
+// The tag of help's reports in the log.
+const QString help_tag = QStringLiteral("fHelp");
 
 }  // namespace
 
@@ -84,6 +85,68 @@ colours::Rgb field_colour(const QWidget* field)
     return from_qcolor(field->palette().color(QPalette::Base));
 }
 
+namespace {
+
+// How long Activate waits for the window system to put a window on the
+// display; after that it goes ahead all the same.
+constexpr int longest_wait_for_display_ms = 500;
+
+// Watches a screen's window until the window system has put it on the
+// display (its first expose), then runs the screen's Activate once.
+class ActivateOnDisplay : public QObject {
+public:
+    ActivateOnDisplay(QWidget* screen, std::function<void()> activate)
+        : QObject(screen), screen_(screen), activate_(std::move(activate))
+    {
+        screen->windowHandle()->installEventFilter(this);
+        QTimer::singleShot(longest_wait_for_display_ms, this, [this] { run(); });
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Expose && screen_->windowHandle() == watched && screen_->windowHandle()->isExposed())
+            // After the expose has been handled, so that the screen paints first.
+            QTimer::singleShot(0, this, [this] { run(); });
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void run()
+    {
+        if (done_)
+            return;
+        done_ = true;
+        if (QWindow* window = screen_->windowHandle())
+            window->removeEventFilter(this);
+        if (screen_->isVisible())
+            activate_();
+        deleteLater();
+    }
+
+    QWidget* screen_;
+    std::function<void()> activate_;
+    bool done_ = false;
+};
+
+}  // namespace
+
+void Activate_When_Shown(QWidget* screen, std::function<void()> activate)
+{
+    // showEvent comes before the window is handed to the window system, so
+    // the window can be looked at only once control is back in the event loop.
+    QTimer::singleShot(0, screen, [screen, activate = std::move(activate)]() mutable {
+        if (!screen->isVisible())
+            return;
+        const QWindow* window = screen->windowHandle();
+        if (!window || window->isExposed()) {
+            activate();
+            return;
+        }
+        new ActivateOnDisplay(screen, std::move(activate));
+    });
+}
+
 void Enter_To_Tab(QWidget* field)
 {
     if (auto* text = qobject_cast<QPlainTextEdit*>(field))
@@ -110,21 +173,21 @@ short Glob_Search_List(const QListWidget* list, int key)
 bool Show_Help(QWidget* /*form*/, int command, int context)
 {
     const help::Request request = help::resolve(command, context);
-    if (!request.act)
-        return false;
     if (command == help::Quit) {
-        // A page in the user's browser can't be closed from here; help just counts as closed.
+        if (!request.act)
+            return false;
+        if (HelpWindow* window = existing_help_window())
+            window->close();
         help::help_is_open() = false;
         return true;
     }
-    const QUrl url = QUrl::fromLocalFile(request.page);
-    const bool opened = help_opener() ? help_opener()(url) : QDesktopServices::openUrl(url);
-    if (opened)
-        help::help_is_open() = true;
-    return opened;
-}
-
-void set_help_opener(std::function<bool(const QUrl&)> opener)
-{
-    help_opener() = std::move(opener);
+    if (!request.act) {
+        if (request.missing != help::Missing::Nothing)
+            Report_Error(report::Detected, help::missing_words(request), engine::mb::Information, help_tag,
+                         QStringLiteral("Show_Help"));
+        return false;
+    }
+    Help_Window()->show_page(request.page);
+    help::help_is_open() = true;
+    return true;
 }

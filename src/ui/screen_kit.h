@@ -6,7 +6,6 @@
 #include "toolkit/gen_colours.h"
 
 #include <QString>
-#include <QUrl>
 #include <functional>
 
 class QComboBox;
@@ -27,6 +26,13 @@ colours::Rgb frame_colour(const QWidget* frame);
 void set_field_colour(QWidget* field, const colours::Rgb& colour);
 colours::Rgb field_colour(const QWidget* field);
 
+// A screen's Activate runs once the screen is on view. Called from the
+// screen's showEvent (which comes before the window is on the display), it
+// waits for the window to be shown and exposed, so that a question that
+// Activate asks stands over the screen it is about, never over the screen
+// left behind. A screen hidden again before then is not activated.
+void Activate_When_Shown(QWidget* screen, std::function<void()> activate);
+
 // Enter in `field` moves on to the next field, as a Tab would, and is swallowed.
 // In a multi-line box Ctrl+Enter still starts a new line.
 void Enter_To_Tab(QWidget* field);
@@ -36,10 +42,8 @@ void Enter_To_Tab(QWidget* field);
 short Glob_Search_Combo(const QComboBox* combo, int key);
 short Glob_Search_List(const QListWidget* list, int key);
 
-// Help for a screen: command 1 opens the page of `context`, 2 closes help,
-// 3 the contents, 4 help on help (see toolkit/help_pages.h). False when there
-// is no manual, nothing to do, or the page could not be opened.
+// Help for a screen, in the program's own help window (ui/help_window.h):
+// command 1 opens the page of `context`, 2 closes help, 3 the contents, 4
+// help on help (see toolkit/help_pages.h). A manual or page that isn't there
+// is reported with where it belongs. False when nothing was opened.
 bool Show_Help(QWidget* form, int command, int context);
-
-// Replaces the opening of help pages (tests); null puts QDesktopServices back.
-void set_help_opener(std::function<bool(const QUrl&)> opener);

@@ -59,4 +59,26 @@ TEST_F(HelpPages, ContextZeroAMissingPageAndQuitWithNothingOpenDoNothing)
     EXPECT_TRUE(help::resolve(help::Quit, 0).act);
 }
 
+TEST_F(HelpPages, WhatIsMissingIsNamedSoThatTheUserCanBeToldWhere)
+{
+    // No manual at all: every page request says where the manual belongs.
+    for (int command : {help::Context, help::Contents, help::Help_On_Help}) {
+        const help::Request request = help::resolve(command, help::context::Teachers);
+        EXPECT_EQ(request.missing, help::Missing::Manual) << command;
+        EXPECT_EQ(request.missing_path, QDir(folder.path()).filePath(QStringLiteral("manual")));
+        EXPECT_TRUE(help::missing_words(request).startsWith(QStringLiteral("The help pages cannot be found.")));
+        EXPECT_TRUE(help::missing_words(request).contains(QDir::toNativeSeparators(request.missing_path)));
+    }
+    // A manual without the screen's page names the page.
+    install_manual({QStringLiteral("index.html")});
+    const help::Request request = help::resolve(help::Context, help::context::Teachers);
+    EXPECT_EQ(request.missing, help::Missing::Page);
+    EXPECT_TRUE(request.missing_path.endsWith(QStringLiteral("manual/1640.html")));
+    EXPECT_TRUE(help::missing_words(request).startsWith(QStringLiteral("The help page for this screen cannot be found.")));
+    // Nothing asked for is nothing missing.
+    EXPECT_EQ(help::resolve(help::Context, 0).missing, help::Missing::Nothing);
+    EXPECT_EQ(help::resolve(help::Quit, 0).missing, help::Missing::Nothing);
+    EXPECT_EQ(help::missing_words(help::resolve(help::Contents, 0)), QString());
+}
+
 }  // namespace

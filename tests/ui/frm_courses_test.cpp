@@ -182,6 +182,49 @@ TEST_F(CoursesScreen, AddingACourseStoresEveryFieldWithItsClockTimes)
     EXPECT_EQ(screen->cmb_Names->currentText(), QStringLiteral("Ballet 1"));
 }
 
+TEST_F(CoursesScreen, AddNewStartsFromABlankCourseNotFromTheBoxesOfTheCourseShown)
+{
+    const int ada = school.add_teacher(QStringLiteral("Ada"));
+    const int ballet = school.add_course(QStringLiteral("Ballet 1"), ada);
+    school.exec(QStringLiteral("UPDATE Courses SET Course_Suppressed = 1, Course_Cancelled = 1, Course_LessonPrice = 9 "
+                               "WHERE Course_id = %1").arg(ballet));
+    open();
+    ASSERT_TRUE(screen->chk_Suppressed->isChecked());
+    ASSERT_TRUE(screen->chk_Cancelled->isChecked());
+
+    click(screen->cmd_Add);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
+    EXPECT_FALSE(screen->chk_Suppressed->isChecked());
+    EXPECT_FALSE(screen->chk_Cancelled->isChecked());
+    EXPECT_EQ(screen->txt_Course_Title->text(), QString());
+    EXPECT_EQ(screen->txt_Price->text(), QString());
+    EXPECT_EQ(screen->lst_Day->currentRow(), -1);
+    EXPECT_EQ(screen->cmb_Teachers->currentText(), QString());
+
+    type_into(screen->txt_Course_Title, QStringLiteral("Tap 2"));
+    type_into(screen->txt_Duration, QStringLiteral("30"));
+    choose_day(code::weekday::Friday);
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Tap 2 added successfully"));
+    EXPECT_EQ(stored(QStringLiteral("Course_Suppressed"), QStringLiteral("Tap 2")).toInt(), 0);
+    EXPECT_EQ(stored(QStringLiteral("Course_Cancelled"), QStringLiteral("Tap 2")).toInt(), 0);
+    EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id"), QStringLiteral("Tap 2")).isNull());
+}
+
+TEST_F(CoursesScreen, ThePriceShowsAsMoneyWithTwoDecimals)
+{
+    const int ballet = school.add_course(NewCourse(QStringLiteral("Ballet 1")));
+    school.exec(QStringLiteral("UPDATE Courses SET Course_LessonPrice = 5.5 WHERE Course_id = %1").arg(ballet));
+    open();
+    EXPECT_EQ(screen->txt_Price->text(), QStringLiteral("5.50"));
+    retype(screen->txt_Price, QStringLiteral("7.5"));
+    tab_out(screen->txt_Price);
+    EXPECT_EQ(screen->txt_Price->text(), QStringLiteral("7.50"));
+    click(screen->cmd_Update);
+    EXPECT_DOUBLE_EQ(stored(QStringLiteral("Course_LessonPrice")).toDouble(), 7.5);
+    EXPECT_EQ(screen->txt_Price->text(), QStringLiteral("7.50"));
+}
+
 TEST_F(CoursesScreen, ChangingTheDayOrTimeEditsTheCourseAndALateLessonEndsAfterMidnight)
 {
     school.add_course(NewCourse(QStringLiteral("Ballet 1")).lasting(60));
@@ -293,18 +336,46 @@ TEST_F(CoursesScreen, EachRuleIsCheckedInTurnWithItsMessageAndField)
     EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id")).isNull());
 }
 
-TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsReportedAndNotStored)
+TEST_F(CoursesScreen, AStartTimeIsReadAsTheSecretaryTypesIt)
+{
+    school.add_course(NewCourse(QStringLiteral("Ballet 1")).lasting(60));
+    open();
+    const struct {
+        const char* typed;
+        const char* shown;
+        const char* end;
+    } times[] = {{"2330", "23:30", "00:30"}, {"930", "09:30", "10:30"}, {"9.30", "09:30", "10:30"},
+                 {"9:30pm", "21:30", "22:30"}, {"9pm", "21:00", "22:00"}};
+    for (const auto& time : times) {
+        retype(screen->txt_Start_Time, QString::fromUtf8(time.typed));
+        tab_out(screen->txt_Start_Time);
+        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(time.shown)) << time.typed;
+        click(screen->cmd_Update);
+        EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 updated successfully")) << time.typed;
+        EXPECT_EQ(stored(QStringLiteral("Course_Start_txt")).toString(), QString::fromUtf8(time.shown)) << time.typed;
+        EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QString::fromUtf8(time.end)) << time.typed;
+        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(time.shown)) << time.typed;
+    }
+}
+
+TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsRefusedWithTheScreensWordsAndNotStored)
 {
     school.add_course(NewCourse(QStringLiteral("Ballet 1")));
     open();
-    retype(screen->txt_Start_Time, QStringLiteral("teatime"));
-    tab_out(screen->txt_Start_Time);
-    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("teatime"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unexpected error"));
-    click(screen->cmd_Update);
-    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
-    EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull());
+    for (const char* typed : {"25:00", "1260", "abc"}) {
+        retype(screen->txt_Start_Time, QString::fromUtf8(typed));
+        tab_out(screen->txt_Start_Time);
+        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(typed));
+        {
+            ScriptedBoxes boxes;
+            boxes.expect(QStringLiteral("The start time must be a time of day, such as 9:30 or 21:30"), engine::answer::Ok,
+                         engine::mb::OkOnly);
+            click(screen->cmd_Update);
+        }
+        EXPECT_EQ(QApplication::focusWidget(), screen->txt_Start_Time) << typed;
+        EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress) << typed;
+        EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull()) << typed;
+    }
 }
 
 TEST_F(CoursesScreen, ATitleAlreadyUsedIsRefusedAndTheEditStaysInProgress)

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -295,6 +296,93 @@ TEST_F(TermDatesScreen, UpdateStoresTheTermAndItsLessonCountsAsShown)
     screen->mnu_Exit->trigger();
     settle();
     EXPECT_FALSE(screen && screen->isVisible());
+}
+
+TEST_F(TermDatesScreen, UpdateRefusesATermThatEndsBeforeItStartsAndStoresNothing)
+{
+    open();
+    const QString before = school.dump();
+    retype(screen->txt_Term_Name, QStringLiteral("Backwards"));
+    tab_out(screen->txt_Term_Name);
+    retype(screen->txt_Start_Date, QStringLiteral("31 Mar 2026"));
+    tab_out(screen->txt_Start_Date);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("end date is before start date"), Ok, 0);
+        retype(screen->txt_End_Date, QStringLiteral("1 Jan 2026"));
+        tab_out(screen->txt_End_Date);
+    }
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The end date is before the start date.\nPlease enter an end date on or after the "
+                                    "start date."),
+                     Ok, 0);
+        click(screen->cmd_Save);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_End_Date);
+    EXPECT_EQ(school.dump(), before);
+    EXPECT_EQ(screen->txt_Term_id->text(), QString());
+    EXPECT_EQ(screen->cmb_Name->count(), 0);
+}
+
+TEST_F(TermDatesScreen, AddNewLeavesNoTermNamedInTheListOverTheBlankScreen)
+{
+    stored_term(QStringLiteral("January"), january_start, january_end);
+    open();
+    ASSERT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
+    click(screen->cmd_Add);
+    EXPECT_EQ(screen->txt_Term_Name->text(), QString());
+    EXPECT_EQ(screen->cmb_Name->currentIndex(), -1);
+    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
+    EXPECT_EQ(screen->cmb_Name->count(), 1);  // the terms are still there to choose from
+
+    // The new term, once stored, is the one the list names.
+    type_dates(QStringLiteral("February"), QStringLiteral("1 Feb 2026"), QStringLiteral("28 Feb 2026"));
+    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Saved successfully"), Ok, 0);
+        click(screen->cmd_Save);
+    }
+    EXPECT_EQ(screen->cmb_Name->currentText(), QStringLiteral("February"));
+
+    // Clear from the menu blanks the list's choice as well.
+    screen->mnu_Clear->trigger();
+    settle();
+    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
+}
+
+TEST_F(TermDatesScreen, TheQuestionAboutAnOutOfDateTermIsAskedOverTheTermDatesScreen)
+{
+    const int january = stored_term(QStringLiteral("January"), january_start, january_end);
+    school.exec(QStringLiteral("UPDATE Number_Lessons SET Num_Lessons = 3 WHERE Term_Id = %1 AND Day_Number = 6")
+                    .arg(january));
+    bring_to_front(&menu);
+    screen = new frm_Dates;
+
+    // What is on view at the moment the question is asked.
+    QStringList asked;
+    bool screen_on_view = false;
+    bool menu_on_view = true;
+    const engine::MsgBoxResponder previous =
+        engine::set_msgbox_responder([&](const QString& text, int, const QString&) {
+            asked << text;
+            screen_on_view = screen->isVisible() && screen->windowHandle() && screen->windowHandle()->isExposed();
+            menu_on_view = menu.isVisible();
+            return No;
+        });
+    Switch_Screen(&menu, screen, false);
+    EXPECT_TRUE(asked.isEmpty()) << "nothing is asked before the screen is on view";
+    for (int wait = 0; wait < 100 && asked.isEmpty(); ++wait)
+        QTest::qWait(10);
+    engine::set_msgbox_responder(previous);
+
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].startsWith(QStringLiteral("The database is out of date")));
+    EXPECT_TRUE(screen_on_view);
+    EXPECT_FALSE(menu_on_view);
+    EXPECT_EQ(screen->txt_Term_Name->text(), QStringLiteral("January"));
+    EXPECT_EQ(field_colour(screen->txt_Total[5]), red);
 }
 
 TEST_F(TermDatesScreen, ADuplicateNameIsRefusedAndNothingIsStored)

@@ -12,10 +12,12 @@
 #include "shell/settings.h"
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
+#include "toolkit/help_pages.h"
 #include "ui/frm_about.h"
 #include "ui/frm_auditlog.h"
 #include "ui/frm_family.h"
 #include "ui/frm_teachers.h"
+#include "ui/help_window.h"
 #include "ui/screen_catalogue.h"
 #include "ui/screen_kit.h"
 
@@ -23,6 +25,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -258,17 +261,23 @@ TEST_F(MainMenu, HelpOpensTheManualsPageForTheScreen)
         QFile file(install.filePath(QStringLiteral("manual/") + QString::fromLatin1(page)));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
-    QStringList opened;
-    set_help_opener([&opened](const QUrl& url) {
-        opened << url.fileName();
-        return true;
-    });
+    const auto page_on_view = [] {
+        HelpWindow* window = existing_help_window();
+        return window && window->isVisible() ? QFileInfo(window->page()).fileName() : QString();
+    };
     bring_to_front(menu);
     menu->mnu_Help[2]->trigger();
+    EXPECT_EQ(page_on_view(), QStringLiteral("1010.html"));
     menu->mnu_Help[1]->trigger();
-    menu->mnu_Help[3]->trigger();  // no contents page: nothing
-    EXPECT_EQ(opened, (QStringList{QStringLiteral("1010.html"), QStringLiteral("1000.html")}));
-    set_help_opener(nullptr);
+    EXPECT_EQ(page_on_view(), QStringLiteral("1000.html"));
+    {
+        ScriptedBoxes boxes;  // no contents page: said so, and the page on view stays
+        boxes.expect(QStringLiteral("The help page for this screen cannot be found."));
+        menu->mnu_Help[3]->trigger();
+    }
+    EXPECT_EQ(page_on_view(), QStringLiteral("1000.html"));
+    Show_Help(menu, help::Quit, 0);
+    EXPECT_EQ(page_on_view(), QString());
     set_install_folder_for_tests(QString());
 }
 

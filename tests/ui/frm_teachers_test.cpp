@@ -8,11 +8,15 @@
 #include "screen_driver.h"
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
+#include "shell/app_globals.h"
 #include "ui/screen_kit.h"
 
 #include <QComboBox>
+#include <QFile>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextCursor>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -218,6 +222,58 @@ TEST_F(TeachersScreen, AddingATeacherSavesEveryFieldAndShowsItInTheList)
     EXPECT_EQ(shown_name(), QStringLiteral("Madame Ada"));
     EXPECT_EQ(field_colour(screen->txt_Name), colours::At_Rest);
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Teacher_Exam_No FROM Teachers WHERE Teacher_Name = 'Ada'")).toInt(), 12);
+}
+
+TEST_F(TeachersScreen, AddNewKeepsTheDescriptionAndStartsEveryOtherFieldBlank)
+{
+    school.add_teacher(QStringLiteral("Zoe"), QStringLiteral("Zoe"), QStringLiteral("Hart"));
+    school.exec(QStringLiteral("UPDATE Teachers SET Teacher_Description = 'Examiner', Teacher_Notes = 'Mornings'"));
+    open();
+    click(screen->cmd_Add);
+    EXPECT_EQ(screen->txt_Description->text(), QStringLiteral("Examiner"));
+    EXPECT_EQ(screen->txt_Name->text(), QString());
+    EXPECT_EQ(screen->txt_Surname->text(), QString());
+    EXPECT_EQ(screen->txt_Notes->toPlainText(), QString());
+}
+
+TEST_F(TeachersScreen, ABoxTakesNoMoreCharactersThanItsColumnHolds)
+{
+    open();
+    const QString long_name = QString(300, QLatin1Char('n'));
+    type_into(screen->txt_Nickname, long_name);
+    EXPECT_EQ(screen->txt_Nickname->text().size(), 255);
+    // A box of several lines, typed into and then pasted into at the start.
+    type_into(screen->txt_Address, QString(250, QLatin1Char('a')));
+    screen->txt_Address->moveCursor(QTextCursor::Start);
+    screen->txt_Address->insertPlainText(QStringLiteral("12 Long Street, "));
+    // As a one-line box does, the paste is cut short and what was there stays.
+    EXPECT_EQ(screen->txt_Address->toPlainText(), QStringLiteral("12 Lo") + QString(250, QLatin1Char('a')));
+    click(screen->cmd_Update);
+    EXPECT_EQ(screen->txt_Status->text(), long_name.left(255) + QStringLiteral(" added successfully"));
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT length(Teacher_Address) FROM Teachers")).toInt(), 255);
+}
+
+TEST_F(TeachersScreen, AnUnexpectedFailureOfUpdateLogsTheEnginesNumberAndText)
+{
+    school.add_teacher(QStringLiteral("Ada"));
+    school.exec(QStringLiteral("CREATE TRIGGER Teachers_Busy BEFORE UPDATE ON Teachers BEGIN SELECT RAISE(ABORT, "
+                               "'jet:3197:The data has been changed by another user.'); END"));
+    open();
+    retype(screen->txt_Surname, QStringLiteral("Ward"));
+    tab_out(screen->txt_Surname);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("Unexpected error "), engine::answer::Ok, engine::mb::Information);
+        click(screen->cmd_Update);
+    }
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    QFile log(Current_Log_File());
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    const QString entry = QString::fromUtf8(log.readAll());
+    EXPECT_TRUE(entry.contains(QStringLiteral("fTeach     : Unexpected error"))) << entry.toStdString();
+    EXPECT_TRUE(entry.contains(QStringLiteral("cmd_Update : 3197 : The data has been changed by another user."))
+                && entry.contains(QStringLiteral("        cmd_Update")))
+        << entry.toStdString();
 }
 
 TEST_F(TeachersScreen, AnExamNumberBeyondTheFieldsRangeIsRefusedAndTheAddGoesOn)

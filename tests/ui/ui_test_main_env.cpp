@@ -9,13 +9,14 @@
 
 namespace {
 
-// The offscreen platform can't raise windows, and says so each time a screen
-// comes to the front; that says nothing about the screens.
+// The offscreen platform can't raise windows or pass a window's size limits
+// on, and says so each time; that says nothing about the screens.
 QtMessageHandler standard_handler = nullptr;
 
 void quiet_about_raise(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (message.contains(QLatin1String("does not support raise()")))
+    if (message.contains(QLatin1String("does not support raise()"))
+        || message.contains(QLatin1String("does not support propagateSizeHints()")))
         return;
     if (standard_handler)
         standard_handler(type, context, message);

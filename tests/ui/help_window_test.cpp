@@ -1,0 +1,194 @@
+// Help in the program's own window: a screen's Help opens the manual at that
+// screen's page, the contents and Back and Forward move about it, and a
+// manual that isn't installed is said to be missing.
+
+#include "ui/help_window.h"
+
+#include "engine/msg_box.h"
+#include "screen_driver.h"
+#include "shell/install_folder.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+#include "toolkit/help_pages.h"
+#include "ui/frm_teachers.h"
+#include "ui/screen_kit.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+using testing_support::ScriptedBoxes;
+
+namespace {
+
+// A small manual: the contents, the Teachers and Families pages, each
+// with a link to another.
+const struct {
+    const char* file;
+    const char* title;
+    const char* link_to;
+    const char* link_text;
+} manual_pages[] = {
+    {"index.html", "Contents", "1640.html", "Teachers page"},
+    {"1640.html", "Teachers", "1610.html", "Families page"},
+    {"1610.html", "Families", "index.html", "Back to the contents"},
+};
+
+class HelpWindowTest : public ScreenTest<frm_Teachers> {
+protected:
+    void SetUp() override
+    {
+        ScreenTest::SetUp();
+        set_install_folder_for_tests(install.path());
+        help::help_is_open() = false;
+    }
+    void TearDown() override
+    {
+        if (HelpWindow* window = existing_help_window())
+            window->close();
+        set_install_folder_for_tests(QString());
+        ScreenTest::TearDown();
+    }
+
+    void install_manual()
+    {
+        QDir(install.path()).mkdir(QStringLiteral("manual"));
+        for (const auto& page : manual_pages) {
+            QFile file(install.filePath(QStringLiteral("manual/") + QString::fromLatin1(page.file)));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write(QStringLiteral("<html><head><title>%1</title></head><body><h1>%1</h1>"
+                                      "<p>Some words, then <a href=\"%2\">%3</a>.</p></body></html>")
+                           .arg(QString::fromLatin1(page.title), QString::fromLatin1(page.link_to),
+                                QString::fromLatin1(page.link_text))
+                           .toUtf8());
+        }
+    }
+
+    frm_Teachers* open()
+    {
+        screen = new frm_Teachers;
+        bring_to_front(screen);
+        return screen;
+    }
+
+    static QString page_on_view()
+    {
+        HelpWindow* window = existing_help_window();
+        return window && window->isVisible() ? QFileInfo(window->page()).fileName() : QString();
+    }
+
+    // Clicks a link of the page on view, found by its words.
+    static void click_link(const QString& words)
+    {
+        QTextBrowser* browser = existing_help_window()->txt_Help;
+        const QTextCursor found = browser->document()->find(words);
+        ASSERT_FALSE(found.isNull()) << words.toStdString();
+        QTextCursor inside(browser->document());
+        inside.setPosition(found.selectionStart() + 1);
+        const QPoint where = browser->cursorRect(inside).center();
+        QTest::mouseClick(browser->viewport(), Qt::LeftButton, Qt::NoModifier, where);
+        settle();
+    }
+
+    QTemporaryDir install;
+};
+
+TEST_F(HelpWindowTest, HelpOnAScreenShowsItsPageInTheProgramsOwnWindow)
+{
+    install_manual();
+    open();
+    screen->mnu_Help->trigger();
+    settle();
+    HelpWindow* window = existing_help_window();
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(page_on_view(), QStringLiteral("1640.html"));
+    EXPECT_TRUE(window->windowTitle().contains(QStringLiteral("Teachers")));
+    EXPECT_TRUE(window->txt_Help->toPlainText().contains(QStringLiteral("Families page")));
+    EXPECT_FALSE(window->cmd_Back->isEnabled());
+    EXPECT_FALSE(window->cmd_Forward->isEnabled());
+    EXPECT_TRUE(help::help_is_open());
+}
+
+TEST_F(HelpWindowTest, LinksContentsBackAndForwardMoveAboutTheManual)
+{
+    install_manual();
+    open();
+    screen->mnu_Help->trigger();
+    settle();
+    HelpWindow* window = existing_help_window();
+    ASSERT_NE(window, nullptr);
+
+    click_link(QStringLiteral("Families page"));
+    EXPECT_EQ(page_on_view(), QStringLiteral("1610.html"));
+    click(window->cmd_Contents);
+    EXPECT_EQ(page_on_view(), QStringLiteral("index.html"));
+    EXPECT_TRUE(window->cmd_Back->isEnabled());
+    EXPECT_FALSE(window->cmd_Forward->isEnabled());
+
+    click(window->cmd_Back);
+    EXPECT_EQ(page_on_view(), QStringLiteral("1610.html"));
+    click(window->cmd_Back);
+    EXPECT_EQ(page_on_view(), QStringLiteral("1640.html"));
+    EXPECT_FALSE(window->cmd_Back->isEnabled());
+    EXPECT_TRUE(window->cmd_Forward->isEnabled());
+    click(window->cmd_Forward);
+    EXPECT_EQ(page_on_view(), QStringLiteral("1610.html"));
+
+    // Help asked for again opens at the screen's page, in the same window.
+    screen->mnu_Help->trigger();
+    settle();
+    EXPECT_EQ(existing_help_window(), window);
+    EXPECT_EQ(page_on_view(), QStringLiteral("1640.html"));
+
+    click(window->cmd_Close);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(HelpWindowTest, QuittingHelpClosesTheWindow)
+{
+    install_manual();
+    open();
+    screen->mnu_Help->trigger();
+    settle();
+    ASSERT_EQ(page_on_view(), QStringLiteral("1640.html"));
+    EXPECT_TRUE(Show_Help(screen, help::Quit, 0));
+    EXPECT_EQ(page_on_view(), QString());
+    EXPECT_FALSE(help::help_is_open());
+    EXPECT_FALSE(Show_Help(screen, help::Quit, 0));  // nothing open: nothing to do
+}
+
+TEST_F(HelpWindowTest, AManualThatIsNotInstalledIsSaidToBeMissingAndWhere)
+{
+    open();
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The help pages cannot be found.\nThey belong in the folder ")
+                         + QDir::toNativeSeparators(install.filePath(QStringLiteral("manual"))),
+                     engine::answer::Ok, engine::mb::Information);
+        screen->mnu_Help->trigger();
+        settle();
+    }
+    EXPECT_EQ(page_on_view(), QString());
+    EXPECT_FALSE(help::help_is_open());
+
+    // A manual without the screen's page names the page.
+    QDir(install.path()).mkdir(QStringLiteral("manual"));
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("The help page for this screen cannot be found."), engine::answer::Ok,
+                 engine::mb::Information);
+    screen->mnu_Help->trigger();
+    settle();
+    EXPECT_EQ(page_on_view(), QString());
+}
+
+}  // namespace

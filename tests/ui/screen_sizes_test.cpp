@@ -1,0 +1,215 @@
+// Every screen has a smallest size, and at that size everything on it can be
+// read: no control is cut off or squeezed below what it needs, captions show
+// whole, and each field's label stands level with its field.
+
+#include "ui/frm_about.h"
+#include "ui/frm_auditlog.h"
+#include "ui/frm_courses.h"
+#include "ui/frm_dates.h"
+#include "ui/frm_family.h"
+#include "ui/frm_main_menu.h"
+#include "ui/frm_teachers.h"
+#include "ui/help_window.h"
+#include "ui/switch_screen.h"
+
+#include "screen_driver.h"
+#include "support/current_school.h"
+#include "support/scripted_boxes.h"
+#include "shell/install_folder.h"
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace screen_driver;
+
+namespace {
+
+std::string name_of(const QWidget* widget)
+{
+    QString name = widget->objectName();
+    if (name.isEmpty()) {
+        if (const auto* label = qobject_cast<const QLabel*>(widget))
+            name = QStringLiteral("label \"%1\"").arg(label->text());
+        else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+            name = QStringLiteral("button \"%1\"").arg(button->text());
+        else
+            name = QString::fromLatin1(widget->metaObject()->className());
+    }
+    return name.toStdString();
+}
+
+// The controls a user reads or uses; the parts that Qt builds inside a
+// control (a combo box's line, a scroll area's bars) go with their control.
+bool is_control(const QWidget* widget)
+{
+    if (qobject_cast<const QComboBox*>(widget->parentWidget()) || qobject_cast<const QAbstractScrollArea*>(widget->parentWidget())
+        || (widget->parentWidget() && qobject_cast<const QAbstractScrollArea*>(widget->parentWidget()->parentWidget())))
+        return false;
+    return qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget)
+           || qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget)
+           || qobject_cast<const QAbstractScrollArea*>(widget) || qobject_cast<const QGroupBox*>(widget);
+}
+
+// Shrinks the screen as far as it goes and checks that everything on it can still be read.
+void expect_readable_at_smallest(QWidget* screen)
+{
+    SCOPED_TRACE(screen->objectName().toStdString());
+    screen->resize(1, 1);
+    settle();
+    const QSize smallest = screen->size();
+    EXPECT_GT(smallest.width(), 100);
+    EXPECT_GT(smallest.height(), 60);
+    EXPECT_EQ(smallest, screen->minimumSize().expandedTo(QSize(1, 1)));
+
+    const QRect window = screen->rect();
+    const int average_character = screen->fontMetrics().averageCharWidth();
+    for (QWidget* widget : screen->findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(screen) || !is_control(widget))
+            continue;
+        const std::string name = name_of(widget);
+        const QRect place(widget->mapTo(screen, QPoint(0, 0)), widget->size());
+        EXPECT_TRUE(window.contains(place)) << name << " is cut off by the window's edge";
+        if (QWidget* parent = widget->parentWidget(); parent && parent != screen) {
+            EXPECT_TRUE(parent->rect().contains(widget->geometry())) << name << " is cut off by " << name_of(parent);
+        }
+        const QSize needed = widget->minimumSizeHint();
+        EXPECT_GE(widget->width(), needed.width()) << name << " is squeezed";
+        EXPECT_GE(widget->height(), needed.height()) << name << " is squeezed";
+        if (const auto* label = qobject_cast<const QLabel*>(widget); label && !label->text().isEmpty()) {
+            EXPECT_FALSE(label->wordWrap() && label->buddy()) << name << ": a field's label stays on one line";
+            if (!label->wordWrap()) {
+                EXPECT_GE(label->width(), label->sizeHint().width()) << name << " shows only part of its words";
+            } else {
+                // Words that can't be broken, such as a path, must fit whole.
+                for (const QString& word : label->text().split(QRegularExpression(QStringLiteral("\\s+")),
+                                                               Qt::SkipEmptyParts))
+                    EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(word)) << name << ": " << word.toStdString();
+            }
+        }
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+            EXPECT_GE(button->width(), button->sizeHint().width()) << name << " shows only part of its caption";
+        }
+        if (const auto* edit = qobject_cast<const QLineEdit*>(widget); edit && !edit->isReadOnly()) {
+            EXPECT_GE(edit->width(), average_character * 5) << name << " is too narrow to type into";
+        }
+    }
+}
+
+// Every field can be found by a screen reader under a name: its label's,
+// or a name of its own where it has no label.
+void expect_named_for_screen_readers(QWidget* screen)
+{
+    SCOPED_TRACE(screen->objectName().toStdString());
+    QList<const QWidget*> labelled;
+    for (QLabel* label : screen->findChildren<QLabel*>())
+        if (label->buddy())
+            labelled << label->buddy();
+    for (QWidget* widget : screen->findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(screen) || !is_control(widget))
+            continue;
+        const bool is_field = qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget)
+                              || qobject_cast<QAbstractScrollArea*>(widget);
+        if (!is_field)
+            continue;
+        EXPECT_TRUE(labelled.contains(widget) || !widget->accessibleName().isEmpty()) << name_of(widget) << " has no name";
+    }
+}
+
+// Each field's label stands level with its field: centred on a one-line
+// field, at the top of a field of several lines.
+void expect_labels_level(QWidget* screen)
+{
+    SCOPED_TRACE(screen->objectName().toStdString());
+    int labelled = 0;
+    for (QLabel* label : screen->findChildren<QLabel*>()) {
+        QWidget* field = label->buddy();
+        if (!field || !label->isVisibleTo(screen) || !field->isVisibleTo(screen))
+            continue;
+        ++labelled;
+        const QRect label_place(label->mapTo(screen, QPoint(0, 0)), label->size());
+        const QRect field_place(field->mapTo(screen, QPoint(0, 0)), field->size());
+        const bool one_line = qobject_cast<QLineEdit*>(field) || qobject_cast<QComboBox*>(field);
+        if (one_line) {
+            EXPECT_LE(std::abs(label_place.center().y() - field_place.center().y()), 2) << name_of(label);
+        } else {
+            EXPECT_LE(std::abs(label_place.top() - field_place.top()), label->fontMetrics().height()) << name_of(label);
+        }
+        EXPECT_LE(label_place.height(), label->fontMetrics().height() * 3 / 2 + 4) << name_of(label) << " wraps";
+    }
+    EXPECT_GT(labelled, 0);
+}
+
+class ScreenSizes : public ScreenTest<QWidget> {
+protected:
+    void check(QWidget* opened, bool has_field_labels)
+    {
+        screen = opened;
+        bring_to_front(opened);
+        expect_readable_at_smallest(opened);
+        expect_named_for_screen_readers(opened);
+        if (has_field_labels)
+            expect_labels_level(opened);
+    }
+};
+
+TEST_F(ScreenSizes, TheTeachersScreenReadsWholeAtItsSmallest)
+{
+    school.add_teacher(QStringLiteral("Madame Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));
+    check(new frm_Teachers, true);
+}
+
+TEST_F(ScreenSizes, TheFamiliesScreenReadsWholeAtItsSmallest)
+{
+    school.add_family(QStringLiteral("Archer"));
+    check(new frm_Family, true);
+}
+
+TEST_F(ScreenSizes, TheCoursesScreenReadsWholeAtItsSmallest)
+{
+    school.add_course(testing_support::NewCourse(QStringLiteral("Ballet Grade 1")));
+    check(new frm_Courses, true);
+}
+
+TEST_F(ScreenSizes, TheTermDatesScreenReadsWholeAtItsSmallest)
+{
+    school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 4), QDate(2026, 3, 28));
+    testing_support::ScriptedBoxes boxes;  // its counts aren't stored: it asks to save
+    boxes.expect(QStringLiteral("The database is out of date"), engine::answer::No);
+    check(new frm_Dates, true);
+}
+
+TEST_F(ScreenSizes, TheAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
+{
+    check(new frm_auditlog, false);
+    Unload(screen);
+    settle();
+    // About shows the manual's folder, a path with no blank to wrap at.
+    const QString install = school.file(QStringLiteral("the-school-office-shared-folder/programs-for-the-office/quillary-install"));
+    ASSERT_TRUE(QDir().mkpath(install + QStringLiteral("/manual")));
+    set_install_folder_for_tests(install);
+    check(new frm_About, false);
+    set_install_folder_for_tests(QString());
+    Unload(screen);
+    settle();
+    check(new HelpWindow, false);
+}
+
+TEST_F(ScreenSizes, TheMainMenuReadsWholeAtItsSmallest)
+{
+    auto* main_menu = new frm_Main_Menu;
+    check(main_menu, false);
+    set_main_menu(nullptr);
+}
+
+}  // namespace
