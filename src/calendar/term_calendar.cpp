@@ -187,12 +187,14 @@ bool TermCalendar::load_term(int term_id, bool& totals_match)
     }
     const QDate start = term->Fields(QStringLiteral("Term_Start")).toDateTime().date();
     const QDate end = term->Fields(QStringLiteral("Term_End")).toDateTime().date();
-    Fill_Grid(start, end);
+    const bool filled = Fill_Grid(start, end);
     boxes.start = long_date(start);
     boxes.end = long_date(end);
     boxes.term_id = QString::number(term_id);
     boxes.name = term->Fields(QStringLiteral("Term_Name")).toString();
-    totals_match = Check_Totals(term_id);
+    // A grid that could not be filled (the failure is reported) says nothing
+    // of the stored counts: comparing with it would offer to store zeros.
+    totals_match = !filled || Check_Totals(term_id);
     const int invoices = DB_Term_Invoice_Count(term_id);
     boxes.num_invoices = invoices < 0 ? QStringLiteral(" ") : QString::number(invoices);
     return true;

@@ -263,6 +263,27 @@ TEST_F(TermCalendarTest, AHolidayClickedAfterSavingShowsAsADifferingTotal)
     EXPECT_TRUE(reopened.Check_Totals(term));
 }
 
+TEST_F(TermCalendarTest, AGridThatCannotBeFilledNeverOffersToStoreItsEmptyTotals)
+{
+    type_term(QStringLiteral("Spring"), spring_start, spring_end);
+    ASSERT_TRUE(save());
+    const int term = calendar.boxes.term_id.toInt();
+    ASSERT_TRUE(school.db().DeleteQueryDef(QStringLiteral("Qry_Select_Holidays")));
+
+    TermCalendar reopened;
+    bool totals_match = false;
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Unexpected error"), Ok);
+    ASSERT_TRUE(reopened.load_term(term, totals_match));
+    EXPECT_TRUE(totals_match);
+    EXPECT_EQ(reopened.boxes.name, QStringLiteral("Spring"));
+    // Saving cannot store zeros either: the grid is filled again first, and fails again.
+    boxes.expect(QStringLiteral("Unexpected error"), Ok);
+    EXPECT_FALSE(reopened.Save_Term());
+    EXPECT_EQ(lessons(term).size(), 7u);
+    EXPECT_GT(school.scalar(QStringLiteral("SELECT sum(Num_Lessons) FROM Number_Lessons WHERE Term_Id = %1").arg(term)).toInt(), 0);
+}
+
 TEST_F(TermCalendarTest, DeletingTheOnlyTermClearsAllHolidays)
 {
     const int term = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
