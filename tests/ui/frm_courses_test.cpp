@@ -336,28 +336,6 @@ TEST_F(CoursesScreen, EachRuleIsCheckedInTurnWithItsMessageAndField)
     EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id")).isNull());
 }
 
-TEST_F(CoursesScreen, AStartTimeIsReadAsTheSecretaryTypesIt)
-{
-    school.add_course(NewCourse(QStringLiteral("Ballet 1")).lasting(60));
-    open();
-    const struct {
-        const char* typed;
-        const char* shown;
-        const char* end;
-    } times[] = {{"2330", "23:30", "00:30"}, {"930", "09:30", "10:30"}, {"9.30", "09:30", "10:30"},
-                 {"9:30pm", "21:30", "22:30"}, {"9pm", "21:00", "22:00"}};
-    for (const auto& time : times) {
-        retype(screen->txt_Start_Time, QString::fromUtf8(time.typed));
-        tab_out(screen->txt_Start_Time);
-        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(time.shown)) << time.typed;
-        click(screen->cmd_Update);
-        EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 updated successfully")) << time.typed;
-        EXPECT_EQ(stored(QStringLiteral("Course_Start_txt")).toString(), QString::fromUtf8(time.shown)) << time.typed;
-        EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QString::fromUtf8(time.end)) << time.typed;
-        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(time.shown)) << time.typed;
-    }
-}
-
 TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsRefusedWithTheScreensWordsAndNotStored)
 {
     school.add_course(NewCourse(QStringLiteral("Ballet 1")));
