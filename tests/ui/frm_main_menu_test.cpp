@@ -18,6 +18,7 @@
 #include "ui/frm_family.h"
 #include "ui/frm_teachers.h"
 #include "ui/help_window.h"
+#include "ui/screen_kit.h"
 #include "ui/screen_catalogue.h"
 
 #include <QAction>
