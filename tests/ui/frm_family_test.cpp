@@ -111,33 +111,6 @@ TEST_F(FamiliesScreen, TheSameNameAndAddressIsRefusedButAnotherAddressIsAllowed)
     EXPECT_EQ(screen->txt_Address->text(), QStringLiteral("3 Elm Road"));
 }
 
-TEST_F(FamiliesScreen, TheNameIsRequiredAndMayNotHoldQuotesAndNothingIsStored)
-{
-    school.add_family(QStringLiteral("Archer"));
-    const auto families_stored = [&] {
-        return school.scalar(QStringLiteral("SELECT group_concat(Family_Name || '/' || Family_Address, ';') FROM Families"))
-            .toString();
-    };
-    const QString before = families_stored();
-    open();
-    click(screen->cmd_Add);
-    type_into(screen->txt_Address, QStringLiteral("1 Mill Lane"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("There must be a Family Name"), Yes, engine::mb::OkOnly);
-        click(screen->cmd_Update);
-    }
-    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Family_Name);
-    screen->txt_Family_Name->setText(QStringLiteral("O\"Neil"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The name cannot include quotes"));
-        screen->cmd_Update_Click();
-    }
-    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
-    EXPECT_EQ(families_stored(), before);
-    EXPECT_EQ(before, QStringLiteral("Archer/1 High Street"));
-}
 
 TEST_F(FamiliesScreen, DeletingAFamilyTakesItsPupilsAndLandsOnTheNextByName)
 {

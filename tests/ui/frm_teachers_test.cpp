@@ -149,30 +149,6 @@ TEST_F(TeachersScreen, AnExamNumberBeyondTheFieldsRangeIsRefusedAndTheAddGoesOn)
     EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Teacher_Exam_No FROM Teachers")).isNull());
 }
 
-TEST_F(TeachersScreen, TheTitleIsRequiredAndMayNotHoldQuotes)
-{
-    open();
-    type_into(screen->txt_Name, QStringLiteral("Ada"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("There must be a Teaching name"));
-        click(screen->cmd_Update);
-    }
-    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The title cannot include quotes"));
-        type_into(screen->txt_Nickname, QStringLiteral("Ada \"the best\""));
-        tab_out(screen->txt_Nickname);
-    }
-    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The teaching name cannot include quotes"));
-        screen->cmd_Update_Click();
-    }
-    EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
-}
 
 TEST_F(TeachersScreen, ADuplicateTeachingNameKeepsTheEditInProgress)
 {

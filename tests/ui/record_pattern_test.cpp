@@ -36,6 +36,8 @@ struct Teachers {
     static constexpr const char* title_words = "Teaching Name";
     static constexpr const char* table = "Teachers";
     static constexpr const char* column = "Teacher_SurName";
+    static constexpr const char* title_missing = "There must be a Teaching name";
+    static constexpr const char* title_quotes = "The teaching name cannot include quotes";
     static constexpr bool says_when_empty = false;
     static void add(CurrentSchool& school, const QString& name) { school.add_teacher(name); }
     static QLineEdit* title(Screen* s) { return s->txt_Nickname; }
@@ -49,6 +51,8 @@ struct Families {
     static constexpr const char* title_words = "Family Name";
     static constexpr const char* table = "Families";
     static constexpr const char* column = "Family_Phone_1";
+    static constexpr const char* title_missing = "There must be a Family Name";
+    static constexpr const char* title_quotes = "The name cannot include quotes";
     static constexpr bool says_when_empty = true;  // "There are no more records" on opening
     static void add(CurrentSchool& school, const QString& name) { school.add_family(name); }
     static QLineEdit* title(Screen* s) { return s->txt_Family_Name; }
@@ -62,6 +66,8 @@ struct Courses {
     static constexpr const char* title_words = "Course Title";
     static constexpr const char* table = "Courses";
     static constexpr const char* column = "Course_Location";
+    static constexpr const char* title_missing = "There must be a Course Title";
+    static constexpr const char* title_quotes = "The title cannot include quotes";
     static constexpr bool says_when_empty = false;
     static void add(CurrentSchool& school, const QString& name) { school.add_course(NewCourse(name)); }
     static QLineEdit* title(Screen* s) { return s->txt_Course_Title; }
@@ -238,6 +244,29 @@ TYPED_TEST(RecordPattern, AddNewStartsBlankAndUpdateAddsTheRecordToTheList)
     EXPECT_EQ(this->screen->cmb_Names->count(), 3);
     EXPECT_EQ(this->screen->cmb_Names->currentText(), QStringLiteral("Cy"));
     EXPECT_EQ(this->stored_count(), 3);
+}
+
+TYPED_TEST(RecordPattern, ATitleIsRequiredAndMayNotHoldQuotesAndNothingIsStored)
+{
+    this->open_with_two();
+    const QString before = this->school.dump();
+    click(this->screen->cmd_Add);
+    type_into(this->field(), QStringLiteral("Ward"));
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QString::fromLatin1(TypeParam::title_missing), Yes, engine::mb::OkOnly);
+        click(this->screen->cmd_Update);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), TypeParam::title(this->screen));
+    TypeParam::title(this->screen)->setText(QStringLiteral("O\"Neil"));
+    {
+        // Pressed by program: a click would leave the title and have it checked there first.
+        ScriptedBoxes boxes;
+        boxes.expect(QString::fromLatin1(TypeParam::title_quotes), Yes, engine::mb::OkOnly);
+        this->screen->cmd_Update_Click();
+    }
+    EXPECT_EQ(this->screen->EditMode(), engine::editmode::Add);
+    EXPECT_EQ(this->school.dump(), before);
 }
 
 TYPED_TEST(RecordPattern, ANoToTheDeletionQuestionKeepsTheRecord)
