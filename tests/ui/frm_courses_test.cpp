@@ -350,24 +350,6 @@ TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsRefusedWithTheScreensWordsAndNotSt
     EXPECT_TRUE(stored(QStringLiteral("Course_Start_txt")).isNull());
 }
 
-TEST_F(CoursesScreen, ATitleAlreadyUsedIsRefusedAndTheEditStaysInProgress)
-{
-    school.add_course(NewCourse(QStringLiteral("Ballet 1")));
-    school.add_course(NewCourse(QStringLiteral("Tap 2")));
-    open();
-    click(screen->cmd_Next);
-    retype(screen->txt_Course_Title, QStringLiteral("Ballet 1"));
-    tab_out(screen->txt_Course_Title);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The Course Title must be unique"), Yes, engine::mb::OkOnly);
-        click(screen->cmd_Update);
-    }
-    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
-    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Course_Title);
-    EXPECT_EQ(school.count(QStringLiteral("Courses")), 2);
-}
-
 TEST_F(CoursesScreen, AnUnknownTeacherKeepsTheFocusAndAClearedTeacherIsStoredAsNone)
 {
     const int ada = school.add_teacher(QStringLiteral("Ada"));

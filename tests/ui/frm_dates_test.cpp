@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -266,39 +265,6 @@ TEST_F(TermDatesScreen, AddNewLeavesNoTermNamedInTheListOverTheBlankScreen)
     screen->mnu_Clear->trigger();
     settle();
     EXPECT_EQ(screen->cmb_Name->currentText(), QString());
-}
-
-TEST_F(TermDatesScreen, TheQuestionAboutAnOutOfDateTermIsAskedOverTheTermDatesScreen)
-{
-    const int january = stored_term(QStringLiteral("January"), january_start, january_end);
-    school.exec(QStringLiteral("UPDATE Number_Lessons SET Num_Lessons = 3 WHERE Term_Id = %1 AND Day_Number = 6")
-                    .arg(january));
-    bring_to_front(&menu);
-    screen = new frm_Dates;
-
-    // What is on view at the moment the question is asked.
-    QStringList asked;
-    bool screen_on_view = false;
-    bool menu_on_view = true;
-    const engine::MsgBoxResponder previous =
-        engine::set_msgbox_responder([&](const QString& text, int, const QString&) {
-            asked << text;
-            screen_on_view = screen->isVisible() && screen->windowHandle() && screen->windowHandle()->isExposed();
-            menu_on_view = menu.isVisible();
-            return No;
-        });
-    Switch_Screen(&menu, screen, false);
-    EXPECT_TRUE(asked.isEmpty()) << "nothing is asked before the screen is on view";
-    for (int wait = 0; wait < 100 && asked.isEmpty(); ++wait)
-        QTest::qWait(10);
-    engine::set_msgbox_responder(previous);
-
-    ASSERT_EQ(asked.size(), 1);
-    EXPECT_TRUE(asked[0].startsWith(QStringLiteral("The database is out of date")));
-    EXPECT_TRUE(screen_on_view);
-    EXPECT_FALSE(menu_on_view);
-    EXPECT_EQ(screen->txt_Term_Name->text(), QStringLiteral("January"));
-    EXPECT_EQ(field_colour(screen->txt_Total[5]), red);
 }
 
 TEST_F(TermDatesScreen, ADuplicateNameIsRefusedAndNothingIsStored)

@@ -111,7 +111,6 @@ TEST_F(FamiliesScreen, TheSameNameAndAddressIsRefusedButAnotherAddressIsAllowed)
     EXPECT_EQ(screen->txt_Address->text(), QStringLiteral("3 Elm Road"));
 }
 
-
 TEST_F(FamiliesScreen, DeletingAFamilyTakesItsPupilsAndLandsOnTheNextByName)
 {
     school.add_family(QStringLiteral("Archer"));

@@ -73,7 +73,6 @@ TEST_F(SelectFile, ANewNameWithoutExtensionTakesTheDefaultOneAndShowsIt)
     EXPECT_EQ(chosen.Out_Drive, QStringLiteral("/"));
 }
 
-
 TEST_F(SelectFile, ARequiredNameMustBeTyped)
 {
     Glob_File_Select().Select_New_File = true;

@@ -149,31 +149,6 @@ TEST_F(TeachersScreen, AnExamNumberBeyondTheFieldsRangeIsRefusedAndTheAddGoesOn)
     EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Teacher_Exam_No FROM Teachers")).isNull());
 }
 
-
-TEST_F(TeachersScreen, ADuplicateTeachingNameKeepsTheEditInProgress)
-{
-    school.add_teacher(QStringLiteral("Ada"));
-    school.add_teacher(QStringLiteral("Bea"));
-    open();
-    click(screen->cmd_Next);
-    retype(screen->txt_Nickname, QStringLiteral("Ada"));
-    tab_out(screen->txt_Nickname);
-    ASSERT_EQ(screen->EditMode(), engine::editmode::InProgress);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The Teaching Name must be unique"), Yes, engine::mb::OkOnly);
-        click(screen->cmd_Update);
-    }
-    EXPECT_EQ(screen->EditMode(), engine::editmode::InProgress);
-    EXPECT_EQ(QApplication::focusWidget(), screen->txt_Nickname);
-    EXPECT_EQ(field_colour(screen->txt_Nickname), colours::Highlight);
-
-    retype(screen->txt_Nickname, QStringLiteral("Beatrix"));
-    click(screen->cmd_Update);
-    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Beatrix updated successfully"));
-    EXPECT_EQ(shown_name(), QStringLiteral("Beatrix"));
-}
-
 TEST_F(TeachersScreen, TwoTeachersWithTheSameFirstNameAndSurnameAreRefused)
 {
     school.add_teacher(QStringLiteral("Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));

@@ -38,6 +38,7 @@ struct Teachers {
     static constexpr const char* column = "Teacher_SurName";
     static constexpr const char* title_missing = "There must be a Teaching name";
     static constexpr const char* title_quotes = "The teaching name cannot include quotes";
+    static constexpr const char* duplicate = "The Teaching Name must be unique";
     static constexpr bool says_when_empty = false;
     static void add(CurrentSchool& school, const QString& name) { school.add_teacher(name); }
     static QLineEdit* title(Screen* s) { return s->txt_Nickname; }
@@ -53,6 +54,7 @@ struct Families {
     static constexpr const char* column = "Family_Phone_1";
     static constexpr const char* title_missing = "There must be a Family Name";
     static constexpr const char* title_quotes = "The name cannot include quotes";
+    static constexpr const char* duplicate = "The Family Name and Address must be unique";
     static constexpr bool says_when_empty = true;  // "There are no more records" on opening
     static void add(CurrentSchool& school, const QString& name) { school.add_family(name); }
     static QLineEdit* title(Screen* s) { return s->txt_Family_Name; }
@@ -68,6 +70,7 @@ struct Courses {
     static constexpr const char* column = "Course_Location";
     static constexpr const char* title_missing = "There must be a Course Title";
     static constexpr const char* title_quotes = "The title cannot include quotes";
+    static constexpr const char* duplicate = "The Course Title must be unique";
     static constexpr bool says_when_empty = false;
     static void add(CurrentSchool& school, const QString& name) { school.add_course(NewCourse(name)); }
     static QLineEdit* title(Screen* s) { return s->txt_Course_Title; }
@@ -266,7 +269,29 @@ TYPED_TEST(RecordPattern, ATitleIsRequiredAndMayNotHoldQuotesAndNothingIsStored)
         this->screen->cmd_Update_Click();
     }
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::Add);
-    EXPECT_EQ(this->school.dump(), before);
+    EXPECT_EQ(this->school.dump().toStdString(), before.toStdString());
+}
+
+TYPED_TEST(RecordPattern, ADuplicateIsRefusedWithTheScreensWordsAndTheEditGoesOn)
+{
+    this->open_with_two();
+    click(this->screen->cmd_Next);
+    retype(TypeParam::title(this->screen), QStringLiteral("Ada"));
+    tab_out(TypeParam::title(this->screen));
+    ASSERT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
+    {
+        ScriptedBoxes boxes;
+        boxes.expect(QString::fromLatin1(TypeParam::duplicate), Yes, engine::mb::OkOnly);
+        click(this->screen->cmd_Update);
+    }
+    EXPECT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
+    EXPECT_EQ(QApplication::focusWidget(), TypeParam::title(this->screen));
+    EXPECT_EQ(field_colour(TypeParam::title(this->screen)), colours::Highlight);
+
+    retype(TypeParam::title(this->screen), QStringLiteral("Beatrix"));
+    click(this->screen->cmd_Update);
+    EXPECT_EQ(this->status(), QStringLiteral("Beatrix updated successfully"));
+    EXPECT_EQ(this->screen->cmb_Names->currentText(), QStringLiteral("Beatrix"));
 }
 
 TYPED_TEST(RecordPattern, ANoToTheDeletionQuestionKeepsTheRecord)
