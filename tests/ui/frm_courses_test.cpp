@@ -283,7 +283,9 @@ TEST_F(CoursesScreen, ATeacherAddedElsewhereIsInTheListOnReturn)
 
 // ---- The course's own rules ----
 
-TEST_F(CoursesScreen, EachRuleIsCheckedInTurnWithItsMessageAndField)
+// The rules and their words are course_entry_test's; here each refusal puts
+// the focus on its own control and stores nothing.
+TEST_F(CoursesScreen, ARefusedRuleGivesTheFocusToItsFieldAndStoresNothing)
 {
     open();
     auto refused = [&](const QString& words, QWidget* field) {
@@ -303,33 +305,17 @@ TEST_F(CoursesScreen, EachRuleIsCheckedInTurnWithItsMessageAndField)
         tab_out(screen->txt_Course_Title);
     }
     retype(screen->txt_Course_Title, QStringLiteral("Ballet 1"));
-
     type_into(screen->txt_Price, QStringLiteral("ten"));
     refused(QStringLiteral("The price must be a decimal number"), screen->txt_Price);
     retype(screen->txt_Price, QString());
     refused(QStringLiteral("The duration must be a number"), screen->txt_Duration);
-    EXPECT_EQ(screen->txt_Price->text(), QStringLiteral("0"));
-
-    retype(screen->txt_Duration, QStringLiteral("40000"));
-    refused(QStringLiteral("The duration must be an integer"), screen->txt_Duration);
-    retype(screen->txt_Duration, QStringLiteral("-5"));
-    refused(QStringLiteral("The duration must be positive!"), screen->txt_Duration);
-    retype(screen->txt_Duration, QStringLiteral("1441"));
-    refused(QStringLiteral("The duration must be less than a day!"), screen->txt_Duration);
-    retype(screen->txt_Duration, QStringLiteral("1440"));
-    refused(QStringLiteral("There must be a day"), screen->lst_Day);
-    EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("00:00"));
-    choose_day(0);  // the blank entry is no day
+    retype(screen->txt_Duration, QStringLiteral("60"));
     refused(QStringLiteral("There must be a day"), screen->lst_Day);
     EXPECT_EQ(school.count(QStringLiteral("Courses")), 0);
 
     choose_day(code::weekday::Monday);
     click(screen->cmd_Update);
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ballet 1 added successfully"));
-    EXPECT_DOUBLE_EQ(stored(QStringLiteral("Course_LessonPrice")).toDouble(), 0.0);
-    EXPECT_EQ(stored(QStringLiteral("Lesson_Duration")).toInt(), 1440);
-    EXPECT_EQ(stored(QStringLiteral("Course_End_txt")).toString(), QStringLiteral("00:00"));
-    EXPECT_TRUE(stored(QStringLiteral("Course_Teacher_id")).isNull());
 }
 
 TEST_F(CoursesScreen, AStartTimeThatIsNoTimeIsRefusedWithTheScreensWordsAndNotStored)
