@@ -163,30 +163,23 @@ protected:
     }
 };
 
-TEST_F(ScreenSizes, TheTeachersScreenReadsWholeAtItsSmallest)
+TEST_F(ScreenSizes, TheRecordScreensReadWholeAtTheirSmallest)
 {
     school.add_teacher(QStringLiteral("Madame Ada"), QStringLiteral("Ada"), QStringLiteral("Ward"));
-    check(new frm_Teachers, true);
-}
-
-TEST_F(ScreenSizes, TheFamiliesScreenReadsWholeAtItsSmallest)
-{
     school.add_family(QStringLiteral("Archer"));
-    check(new frm_Family, true);
-}
-
-TEST_F(ScreenSizes, TheCoursesScreenReadsWholeAtItsSmallest)
-{
     school.add_course(testing_support::NewCourse(QStringLiteral("Ballet Grade 1")));
-    check(new frm_Courses, true);
-}
-
-TEST_F(ScreenSizes, TheTermDatesScreenReadsWholeAtItsSmallest)
-{
     school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 4), QDate(2026, 3, 28));
-    testing_support::ScriptedBoxes boxes;  // its counts aren't stored: it asks to save
-    boxes.expect(QStringLiteral("The database is out of date"), engine::answer::No);
-    check(new frm_Dates, true);
+    const std::function<QWidget*()> screens[] = {[] { return new frm_Teachers; }, [] { return new frm_Family; },
+                                                 [] { return new frm_Courses; }, [] { return new frm_Dates; }};
+    for (const auto& make : screens) {
+        testing_support::ScriptedBoxes boxes;  // the term's counts aren't stored: Term Dates asks to save
+        QWidget* opened = make();
+        if (qobject_cast<frm_Dates*>(opened))
+            boxes.expect(QStringLiteral("The database is out of date"), engine::answer::No);
+        check(opened, true);
+        Unload(screen);
+        settle();
+    }
 }
 
 TEST_F(ScreenSizes, TheAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
