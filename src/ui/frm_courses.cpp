@@ -185,7 +185,8 @@ void frm_Courses::tidy_layout()
         auto* duration = new QWidget(left->parentWidget());
         auto* row = new QHBoxLayout(duration);
         row->setContentsMargins(0, 0, 0, 0);
-        if (left->replaceWidget(txt_Duration, duration)) {
+        if (QLayoutItem* replaced = left->replaceWidget(txt_Duration, duration)) {
+            delete replaced;  // the layout hands its old item over to the caller
             row->addWidget(txt_Duration);
             row->addWidget(new QLabel(QStringLiteral("in minutes"), duration));
             row->addStretch(1);
