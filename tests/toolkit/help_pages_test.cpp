@@ -32,13 +32,6 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(HelpPages, WithoutTheManualNothingIsOpened)
-{
-    EXPECT_TRUE(help::manual_folder().isEmpty());
-    EXPECT_FALSE(help::resolve(help::Context, help::context::Teachers).act);
-    EXPECT_FALSE(help::resolve(help::Contents, 0).act);
-}
-
 TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
 {
     install_manual({QStringLiteral("1640.html"), QStringLiteral("index.html"), QStringLiteral("help_on_help.html")});
@@ -61,9 +54,11 @@ TEST_F(HelpPages, ContextZeroAMissingPageAndQuitWithNothingOpenDoNothing)
 
 TEST_F(HelpPages, WhatIsMissingIsNamedSoThatTheUserCanBeToldWhere)
 {
-    // No manual at all: every page request says where the manual belongs.
+    // No manual at all: nothing is opened, and every page request says where the manual belongs.
+    EXPECT_TRUE(help::manual_folder().isEmpty());
     for (int command : {help::Context, help::Contents, help::Help_On_Help}) {
         const help::Request request = help::resolve(command, help::context::Teachers);
+        EXPECT_FALSE(request.act) << command;
         EXPECT_EQ(request.missing, help::Missing::Manual) << command;
         EXPECT_EQ(request.missing_path, QDir(folder.path()).filePath(QStringLiteral("manual")));
         EXPECT_TRUE(help::missing_words(request).startsWith(QStringLiteral("The help pages cannot be found.")));
