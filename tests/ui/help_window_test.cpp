@@ -73,12 +73,6 @@ protected:
         }
     }
 
-    frm_Teachers* open()
-    {
-        screen = new frm_Teachers;
-        bring_to_front(screen);
-        return screen;
-    }
 
     static QString page_on_view()
     {

@@ -85,13 +85,8 @@ protected:
     using ScreenTest<Screen>::school;
     using ScreenTest<Screen>::screen;
     using ScreenTest<Screen>::menu;
+    using ScreenTest<Screen>::open;
 
-    Screen* open()
-    {
-        screen = new Screen;
-        bring_to_front(screen);
-        return screen;
-    }
     Screen* open_empty()
     {
         ScriptedBoxes boxes;

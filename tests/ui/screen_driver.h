@@ -83,6 +83,12 @@ protected:
         menu.setObjectName(QStringLiteral("frm_Main_Menu"));
         set_main_menu(&menu);
     }
+    Screen* open()
+    {
+        screen = new Screen;
+        bring_to_front(screen);
+        return screen;
+    }
     void TearDown() override
     {
         if (screen)
