@@ -30,15 +30,7 @@ namespace {
 
 class TeachersScreen : public ScreenTest<frm_Teachers> {
 protected:
-    frm_Teachers* open()
-    {
-        screen = new frm_Teachers;
-        bring_to_front(screen);
-        return screen;
-    }
-
     QString shown_name() const { return screen->cmb_Names->currentText(); }
-
 };
 
 TEST_F(TeachersScreen, OpensAtTheFirstTeachingNameInOrder)
@@ -137,12 +129,6 @@ TEST_F(TeachersScreen, AnExamNumberBeyondTheFieldsRangeIsRefusedAndTheAddGoesOn)
     EXPECT_EQ(screen->EditMode(), engine::editmode::Add);
     EXPECT_EQ(QApplication::focusWidget(), screen->txt_Exam_Ref_No);
     EXPECT_EQ(school.count(QStringLiteral("Teachers")), 0);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The latest exam reference number must be a number"));
-        retype(screen->txt_Exam_Ref_No, QStringLiteral("twelve"));
-        click(screen->cmd_Update);
-    }
     retype(screen->txt_Exam_Ref_No, QString());
     click(screen->cmd_Update);
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Ada added successfully"));
@@ -182,21 +168,6 @@ TEST_F(TeachersScreen, DeletingFromTheMiddleLandsOnTheFirstTeacher)
     EXPECT_EQ(shown_name(), QStringLiteral("Ada"));
     EXPECT_EQ(screen->cmb_Names->count(), 2);
     EXPECT_EQ(school.count(QStringLiteral("Teachers")), 2);
-}
-
-TEST_F(TeachersScreen, ATeacherOnACourseCantBeDeletedAndIsToldHowMany)
-{
-    const int ada = school.add_teacher(QStringLiteral("Ada"));
-    school.add_course(QStringLiteral("Ballet 1"), ada);
-    school.add_course(QStringLiteral("Tap 2"), ada);
-    open();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Do you really want to delete Ada"), Yes)
-        .expect(QStringLiteral("This teacher is teaching 2 courses so cannot be deleted."), Yes, engine::mb::OkOnly);
-    click(screen->cmd_Delete);
-    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Deletion abandoned"));
-    EXPECT_EQ(school.count(QStringLiteral("Teachers")), 1);
-    EXPECT_EQ(screen->txt_Nickname->text(), QStringLiteral("Ada"));
 }
 
 TEST_F(TeachersScreen, DeletingTheLastTeacherSaysSoAndTheNextOpeningStartsAnAdd)
