@@ -76,20 +76,6 @@ TEST_F(SwitchScreen, MenuToAToBBackToABackToMenu)
     EXPECT_EQ(Glob_Return_Form(), nullptr);
 }
 
-TEST_F(SwitchScreen, NoReturnForgetsTheWayBack)
-{
-    a = make_screen(QStringLiteral("frm_A"));
-    b = make_screen(QStringLiteral("frm_B"));
-    Switch_Screen(menu, a, false);
-    Switch_Screen(a, b, true);
-    settle();
-    EXPECT_FALSE(a);
-    EXPECT_EQ(Glob_Return_Form(), nullptr);
-    Switch_Screen(b, nullptr, false);
-    settle();
-    EXPECT_TRUE(menu->isVisible());
-}
-
 TEST_F(SwitchScreen, TheMenuIsHiddenButNeverUnloaded)
 {
     a = make_screen(QStringLiteral("frm_A"));
