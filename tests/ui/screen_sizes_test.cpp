@@ -182,8 +182,12 @@ TEST_F(ScreenSizes, TheRecordScreensReadWholeAtTheirSmallest)
     }
 }
 
-TEST_F(ScreenSizes, TheAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
+TEST_F(ScreenSizes, TheMainMenuAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
 {
+    check(new frm_Main_Menu, false);
+    set_main_menu(&menu);  // the stand-in again, so that the real menu unloads as any screen
+    Unload(screen);
+    settle();
     check(new frm_auditlog, false);
     Unload(screen);
     settle();
@@ -196,13 +200,6 @@ TEST_F(ScreenSizes, TheAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
     Unload(screen);
     settle();
     check(new HelpWindow, false);
-}
-
-TEST_F(ScreenSizes, TheMainMenuReadsWholeAtItsSmallest)
-{
-    auto* main_menu = new frm_Main_Menu;
-    check(main_menu, false);
-    set_main_menu(nullptr);
 }
 
 }  // namespace
