@@ -59,14 +59,10 @@ protected:
 
     void choose_day(int weekday)
     {
-        lst_click(weekday);
-        settle();
-    }
-    void lst_click(int row)
-    {
         QListWidget* list = screen->lst_Day;
         list->setFocus(Qt::MouseFocusReason);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(row)).center());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(weekday)).center());
+        settle();
     }
 
     void choose_teacher(const QString& typed)
@@ -107,7 +103,6 @@ TEST_F(CoursesScreen, ShowsTheDayTeacherAndStartTimeOfTheCourse)
     EXPECT_EQ(screen->txt_Start_Time->text(), QStringLiteral("18:30"));
     EXPECT_EQ(screen->cmb_Teachers->currentText(), QStringLiteral("Bea"));
     EXPECT_EQ(screen->txt_Duration->text(), QStringLiteral("45"));
-    EXPECT_EQ(screen->EditMode(), engine::editmode::None);
 
     // A course with no teacher shows an empty teacher list.
     click(screen->cmd_Next);

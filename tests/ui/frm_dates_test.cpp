@@ -76,13 +76,9 @@ protected:
 
     int lessons(int term, int day_number)
     {
-        return school
-            .scalar(QStringLiteral("SELECT Num_Lessons FROM Number_Lessons WHERE Term_Id = %1 AND Day_Number = %2")
-                        .arg(term)
-                        .arg(day_number))
-            .toInt();
+        const QString sql = QStringLiteral("SELECT Num_Lessons FROM Number_Lessons WHERE Term_Id = %1 AND Day_Number = %2");
+        return school.scalar(sql.arg(term).arg(day_number)).toInt();
     }
-
 };
 
 // ---- Opening and moving between terms ----
