@@ -147,6 +147,7 @@ TEST_F(SettingsTest, StoredValuesAreTakenAsTheyStand)
     store(settings_key::LF, QStringLiteral("/var/log/north.log"));
     store(settings_key::CT, QStringLiteral("/schools/scripts/MyTerms.sql"));
     store(settings_key::FL, QStringLiteral("1"));
+    store(settings_key::CQ, QStringLiteral("4"));
     ScriptedBoxes boxes;
 
     Read_Settings();
@@ -155,25 +156,7 @@ TEST_F(SettingsTest, StoredValuesAreTakenAsTheyStand)
     EXPECT_EQ(Settings().log_file, QStringLiteral("/var/log/north.log"));
     EXPECT_EQ(Settings().term_script, QStringLiteral("/schools/scripts/MyTerms.sql"));
     EXPECT_EQ(Settings().file_locations, 1);
-}
-
-TEST_F(SettingsTest, TheStoredCourseOrderGivesItsQueryAndOneOutOfRangeIsReported)
-{
-    struct Case {
-        QString stored;
-        QString query;
-        bool reported;
-    };
-    for (const Case& c : {Case{"4", "Qry_Order_Courses_Location_Day", false}, Case{"abc", title_query, false},
-                          Case{"7", title_query, true}}) {
-        SCOPED_TRACE(c.stored.toStdString());
-        store(settings_key::CQ, c.stored);
-        ScriptedBoxes boxes;
-        if (c.reported)
-            boxes.expect(QStringLiteral("Invalid call to routine DB_Convert_Course_Qry"), engine::answer::Ok, 64);
-        Read_Settings();
-        EXPECT_EQ(Settings().course_query, c.query);
-    }
+    EXPECT_EQ(Settings().course_query, QStringLiteral("Qry_Order_Courses_Location_Day"));
 }
 
 // ---- writing --------------------------------------------------------------------
