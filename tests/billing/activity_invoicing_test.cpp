@@ -95,16 +95,6 @@ TEST_F(ActivityInvoicingTest, AnExamDateIsInvoicedPerFamilyWithPricesAndExpenses
                                            QStringLiteral("Brook|Cara's Grade 1 Exam Expenses|2|5")}));
 }
 
-TEST_F(ActivityInvoicingTest, AShowAddsTheCostPerPupilOfTheFamily)
-{
-    Sel_Activity_Dates().append(show_day);
-    screen.prepare();
-    EXPECT_TRUE(screen.insert_activities());
-    EXPECT_EQ(school.lines(), QStringList({QStringLiteral("Ashby|Amy's Summer Show|1|12"),
-                                           QStringLiteral("Ashby|Ben's Summer Show|1|12"),
-                                           QStringLiteral("Ashby|Cost per Pupil Expenses|6|8")}));
-}
-
 TEST_F(ActivityInvoicingTest, ASecondRunAsksFirstAndFailsWithoutAChange)
 {
     Sel_Activity_Dates().append(exam_day);
