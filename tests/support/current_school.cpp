@@ -22,10 +22,4 @@ int CurrentSchool::add_activity(const QString& title, int teacher)
                   {{"Exam_Title", title}, {"Exam_Type", code::exam_type::Exam}, {"Exam_Teacher", teacher}});
 }
 
-int CurrentSchool::add_invoice_line(int invoice, int pupil, double amount)
-{
-    return add_line(invoice, {{"Inv_Line_Pupil_id", pupil}, {"Amount", amount},
-                              {"Inv_Line_Type", code::inv_line_type::Activity}});
-}
-
 }  // namespace testing_support

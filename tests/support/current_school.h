@@ -21,7 +21,6 @@ public:
     int add_course(const QString& title, int teacher);
     int add_activity(const QString& title, int teacher);
     int add_invoice(int family) { return add_invoice(family, QStringLiteral("Spring fees")); }
-    int add_invoice_line(int invoice, int pupil, double amount = 10.0);
 };
 
 }  // namespace testing_support

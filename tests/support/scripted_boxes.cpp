@@ -26,7 +26,6 @@ ScriptedBoxes& ScriptedBoxes::expect(const QString& text_contains, int answer, i
 int ScriptedBoxes::respond(const QString& text, int style, const QString& title)
 {
     shown_.append(text);
-    styles_.append(style);
     titles_.append(title);
     if (expected_.empty()) {
         ADD_FAILURE() << "Unexpected message box: " << text.toStdString();

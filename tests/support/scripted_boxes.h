@@ -28,7 +28,6 @@ public:
     ScriptedBoxes& expect(const QString& text_contains, int answer = engine::answer::Ok, int style = -1);
     // Every box shown so far, in order, as "text" (lines joined by '\n').
     const QStringList& shown() const { return shown_; }
-    const QList<int>& styles() const { return styles_; }
     const QStringList& titles() const { return titles_; }
     bool all_shown() const { return expected_.empty(); }
 
@@ -37,7 +36,6 @@ private:
 
     std::deque<ExpectedBox> expected_;
     QStringList shown_;
-    QList<int> styles_;
     QStringList titles_;
     engine::MsgBoxResponder previous_;
 };
