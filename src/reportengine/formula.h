@@ -67,6 +67,9 @@ public:
     // Reads a formula; false with the error's position and words when it can't.
     // An empty text is a valid formula that gives null (an empty selection selects all).
     bool parse(const QString& text, FormulaError& error);
+    // The same, the error in words for the user: "The <what> <text> cannot be
+    // read at position <n>: <why>".
+    bool parse(const QString& text, const QString& what, QString& error);
     bool is_empty() const { return !root_; }
     const QString& text() const { return text_; }
     const FormulaNode* root() const { return root_.get(); }

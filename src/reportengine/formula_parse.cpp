@@ -555,6 +555,15 @@ bool Formula::parse(const QString& text, FormulaError& error)
     return true;
 }
 
+bool Formula::parse(const QString& text, const QString& what, QString& error)
+{
+    FormulaError parse_error;
+    if (parse(text, parse_error))
+        return true;
+    error = QStringLiteral("The %1 %2 cannot be read at position %3: %4").arg(what, text).arg(parse_error.position).arg(parse_error.message);
+    return false;
+}
+
 QList<FieldName> Formula::fields() const
 {
     QList<FieldName> found;

@@ -99,11 +99,8 @@ bool needed_fields(const ReportDefinition& report, QList<FieldName>& fields, QSt
     QSet<QString> seen;
     for (const QString& text : all_formula_texts(report)) {
         Formula formula;
-        FormulaError parse_error;
-        if (!formula.parse(text, parse_error)) {
-            error = QStringLiteral("The formula %1 cannot be read at position %2: %3").arg(text).arg(parse_error.position).arg(parse_error.message);
+        if (!formula.parse(text, QStringLiteral("formula"), error))
             return false;
-        }
         for (const FieldName& f : formula.fields()) {
             if (!tables.contains(f.table.toLower())) {
                 error = QStringLiteral("The field %1 is not in a table of the report.").arg(f.written());
@@ -148,12 +145,9 @@ bool sort_rows(const ReportDefinition& report, const ReportFormulas& formulas, R
         orders.emplace_back(s.field, s.descending);
     std::vector<Key> keys(orders.size());
     for (size_t i = 0; i < orders.size(); ++i) {
-        FormulaError parse_error;
         keys[i].descending = orders[i].second;
-        if (!keys[i].formula.parse(orders[i].first, parse_error)) {
-            error = QStringLiteral("The sort field %1 cannot be read: %2").arg(orders[i].first, parse_error.message);
+        if (!keys[i].formula.parse(orders[i].first, QStringLiteral("sort field"), error))
             return false;
-        }
     }
     if (keys.empty())
         return true;
@@ -207,14 +201,8 @@ bool ReportFormulas::parse(const ReportDefinition& report, QString& error)
     formulas_.clear();
     for (const ReportFormula& f : report.formulas) {
         Formula formula;
-        FormulaError parse_error;
-        if (!formula.parse(f.text, parse_error)) {
-            error = QStringLiteral("The formula {@%1} of %2 cannot be read at position %3: %4")
-                        .arg(f.name, report.file)
-                        .arg(parse_error.position)
-                        .arg(parse_error.message);
+        if (!formula.parse(f.text, QStringLiteral("formula {@%1} of %2:").arg(f.name, report.file), error))
             return false;
-        }
         formulas_.emplace(f.name.toLower(), std::move(formula));
     }
     return true;
@@ -288,14 +276,8 @@ bool read_report_data(engine::Database& db, const ReportDefinition& report, cons
         kinds.push_back(kind_of(shape->field(i).type));
 
     Formula selection;
-    FormulaError parse_error;
-    if (!selection.parse(report.record_selection, parse_error)) {
-        error = QStringLiteral("The record selection %1 cannot be read at position %2: %3")
-                    .arg(report.record_selection)
-                    .arg(parse_error.position)
-                    .arg(parse_error.message);
+    if (!selection.parse(report.record_selection, QStringLiteral("record selection"), error))
         return false;
-    }
     const auto where = selection_to_sql(selection, [&](const FieldName& f) -> std::optional<SqlField> {
         const int i = data.index_of(f);
         if (i < 0)

@@ -230,11 +230,8 @@ private:
         group_starts_.assign(groups, {});
         for (int g = 0; g < groups; ++g) {
             Formula key;
-            FormulaError parse_error;
-            if (!key.parse(report_.groups[g].field, parse_error)) {
-                error_ = QStringLiteral("The group field %1 cannot be read: %2").arg(report_.groups[g].field, parse_error.message);
+            if (!key.parse(report_.groups[g].field, QStringLiteral("group field"), error_))
                 return false;
-            }
             for (int r = 0; r < rows; ++r) {
                 context_.set_row(r);
                 if (!key.evaluate(context_, keys_[r][g], error_))
@@ -282,14 +279,8 @@ private:
         const int rows = static_cast<int>(data_.rows.size());
         printed_.assign(rows, true);
         Formula selection;
-        FormulaError parse_error;
-        if (!selection.parse(report_.group_selection, parse_error)) {
-            error_ = QStringLiteral("The group selection %1 cannot be read at position %2: %3")
-                         .arg(report_.group_selection)
-                         .arg(parse_error.position)
-                         .arg(parse_error.message);
+        if (!selection.parse(report_.group_selection, QStringLiteral("group selection"), error_))
             return false;
-        }
         if (!selection.is_empty() && !report_.groups.empty()) {
             for (int start : group_starts_[0]) {
                 int first = 0;
@@ -313,14 +304,8 @@ private:
             if (parsed_.count(text))
                 continue;
             Formula f;
-            FormulaError parse_error;
-            if (!f.parse(text, parse_error)) {
-                error_ = QStringLiteral("The formula %1 of %2 cannot be read at position %3: %4")
-                             .arg(text, report_.file)
-                             .arg(parse_error.position)
-                             .arg(parse_error.message);
+            if (!f.parse(text, QStringLiteral("formula of %1:").arg(report_.file), error_))
                 return false;
-            }
             parsed_.emplace(text, std::move(f));
         }
         return true;
@@ -527,11 +512,8 @@ private:
     {
         for (const ReportAlert& alert : report_.alerts) {
             Formula condition;
-            FormulaError parse_error;
-            if (!condition.parse(alert.condition, parse_error)) {
-                error_ = QStringLiteral("The alert %1 cannot be read: %2").arg(alert.name, parse_error.message);
+            if (!condition.parse(alert.condition, QStringLiteral("alert %1:").arg(alert.name), error_))
                 return false;
-            }
             for (int r = 0; r < static_cast<int>(data_.rows.size()); ++r) {
                 context_.set_row(r);
                 bool yes = false;
