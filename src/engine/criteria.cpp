@@ -149,7 +149,7 @@ std::optional<Currency> money_of(const Value& value)
     if (value.data.metaType() == QMetaType::fromType<Currency>())
         return value.data.value<Currency>();
     if (const auto number = number_of(value))
-        return Currency::from_double(*number);
+        return Currency::try_from_double(*number);
     return std::nullopt;
 }
 

@@ -2,11 +2,23 @@
 
 namespace engine {
 
+std::optional<Currency> Currency::try_from_double(double value)
+{
+    // nearbyint follows the current rounding mode, which is round-half-to-even.
+    const double scaled = std::nearbyint(value * Scale);
+    // 2^63 is the first value a 64-bit count cannot hold.
+    if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0))
+        return std::nullopt;
+    return from_units(static_cast<int64_t>(scaled));
+}
+
 Currency Currency::from_double(double value)
 {
-    const double scaled = value * Scale;
-    // nearbyint follows the current rounding mode, which is round-half-to-even.
-    return from_units(static_cast<int64_t>(std::nearbyint(scaled)));
+    if (const auto money = try_from_double(value))
+        return *money;
+    if (std::isnan(value))
+        return Currency();
+    return from_units(value > 0 ? INT64_MAX : INT64_MIN);
 }
 
 QString Currency::to_string() const

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <compare>
 #include <cstdint>
+#include <optional>
 
 namespace engine {
 
@@ -16,6 +17,11 @@ public:
     constexpr Currency() = default;
     static constexpr Currency from_units(int64_t units) { Currency c; c.units_ = units; return c; }
     // Rounds half to even at the fourth place, as the platform's currency does.
+    // Nothing for a value no currency can hold (not a number, or beyond about
+    // 922 trillion).
+    static std::optional<Currency> try_from_double(double value);
+    // The same for values known to fit; one that does not is held at the
+    // nearest end of the range (and not a number at 0).
     static Currency from_double(double value);
     static constexpr Currency from_whole(int64_t whole) { return from_units(whole * Scale); }
 

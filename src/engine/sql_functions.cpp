@@ -104,7 +104,11 @@ void fn_jet_currency(sqlite3_context* context, int, sqlite3_value** argv)
         sqlite3_result_int64(context, sqlite3_value_int64(argv[0]));
         return;
     case SQLITE_FLOAT:
-        sqlite3_result_double(context, Currency::from_double(sqlite3_value_double(argv[0])).to_double());
+        if (const auto money = Currency::try_from_double(sqlite3_value_double(argv[0]))) {
+            sqlite3_result_double(context, money->to_double());
+            return;
+        }
+        result_error(context, 3349, QStringLiteral("Numeric field overflow."));
         return;
     default:
         result_error(context, 3464, QStringLiteral("Data type mismatch in criteria expression."));

@@ -3,12 +3,14 @@
 // engine refuses each with a clear error and never hangs or crashes.
 
 #include "engine/criteria.h"
+#include "engine/currency.h"
 #include "engine/database.h"
 #include "engine/err.h"
 #include "engine/recordset.h"
 #include "engine/sql_compat.h"
 #include "support/temp_database.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 using engine::Err;
@@ -73,6 +75,26 @@ TEST(HostileCriteria, DeepBracketsAndNotsAreASyntaxErrorNotACrash)
     EXPECT_EQ(Err().Number, 3077);
     ASSERT_TRUE(criteria.parse(nested(50, QStringLiteral("NOT Term_id = 5")), fields));
     EXPECT_TRUE(criteria.matches({4}));
+}
+
+TEST(HostileMoney, NumbersNoCurrencyCanHoldAreRefusedNotWrappedAround)
+{
+    TempDatabase t;
+    t.native(QStringLiteral("CREATE TABLE Receipts (Receipt_id INTEGER PRIMARY KEY, Receipt_Amount CURRENCY)"));
+    ASSERT_TRUE(t.db().apply_conventions(QStringLiteral("Receipts")));
+    EXPECT_FALSE(t.db().Execute(QStringLiteral("INSERT INTO Receipts (Receipt_Amount) VALUES (1e300)")));
+    EXPECT_EQ(Err().Number, engine::jet::NumericOverflow);
+
+    // FindFirst compares money with a number beyond money's range and with
+    // text that reads as no number, and finds nothing.
+    const QList<engine::CriteriaField> fields = {{QStringLiteral("Price"), engine::FieldType::Currency}};
+    for (const char* criteria : {"Price = 1e300", "Price = 'nan'"}) {
+        engine::Criteria parsed;
+        if (parsed.parse(QLatin1String(criteria), fields))
+            EXPECT_FALSE(parsed.matches({QVariant::fromValue(engine::Currency::from_units(50000))})) << criteria;
+    }
+    EXPECT_EQ(engine::Currency::from_double(1e300).units(), INT64_MAX);
+    EXPECT_FALSE(engine::Currency::try_from_double(std::nan("")));
 }
 
 TEST_F(HostileInputTest, ARecordSetOnANameThatIsNoTableOrQuerySaysSo)
