@@ -17,22 +17,6 @@ QString csv_cell(const QString& text)
     return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
 }
 
-// A page's texts as lines: items whose tops stand within half a millimetre
-// share a line, left to right.
-std::vector<std::vector<const PageItem*>> lines_of(const Page& page)
-{
-    std::map<long, std::vector<const PageItem*>> by_top;
-    for (const PageItem& item : page.items)
-        if (item.kind == PageItem::Kind::Text && !item.text.isEmpty())
-            by_top[std::lround(item.rect.top() * 2)].push_back(&item);
-    std::vector<std::vector<const PageItem*>> lines;
-    for (auto& [top, items] : by_top) {
-        std::stable_sort(items.begin(), items.end(), [](const PageItem* a, const PageItem* b) { return a->rect.left() < b->rect.left(); });
-        lines.push_back(items);
-    }
-    return lines;
-}
-
 // About two millimetres to a character of a nine-point font.
 constexpr double mm_per_column = 2.0;
 
@@ -83,6 +67,20 @@ QString mm(double value)
 }
 
 }  // namespace
+
+std::vector<std::vector<const PageItem*>> lines_of(const Page& page)
+{
+    std::map<long, std::vector<const PageItem*>> by_top;
+    for (const PageItem& item : page.items)
+        if (item.kind == PageItem::Kind::Text && !item.text.isEmpty())
+            by_top[std::lround(item.rect.top() * 2)].push_back(&item);
+    std::vector<std::vector<const PageItem*>> lines;
+    for (auto& [top, items] : by_top) {
+        std::stable_sort(items.begin(), items.end(), [](const PageItem* a, const PageItem* b) { return a->rect.left() < b->rect.left(); });
+        lines.push_back(items);
+    }
+    return lines;
+}
 
 QByteArray csv_export(const PageModel& model)
 {

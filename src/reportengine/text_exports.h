@@ -9,8 +9,13 @@
 
 #include <QByteArray>
 #include <QString>
+#include <vector>
 
 namespace reportengine {
+
+// A page's texts as lines, top to bottom: texts whose tops stand within half
+// a millimetre share a line, left to right.
+std::vector<std::vector<const PageItem*>> lines_of(const Page& page);
 
 QByteArray csv_export(const PageModel& model);
 QByteArray text_export(const PageModel& model);

@@ -1,5 +1,7 @@
 #include "reportoutput/office_exports.h"
 
+#include "reportengine/text_exports.h"
+
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringList>
@@ -7,7 +9,6 @@
 #include <zip.h>
 
 #include <cmath>
-#include <map>
 
 namespace reportoutput {
 
@@ -32,36 +33,18 @@ QString xml_escaped(const QString& text)
     return text.toHtmlEscaped();
 }
 
-// The page's texts line by line, left to right, as the text export reads them.
-std::vector<QStringList> page_lines(const reportengine::Page& page)
-{
-    std::map<long, std::vector<const PageItem*>> by_top;
-    for (const PageItem& item : page.items)
-        if (item.kind == PageItem::Kind::Text && !item.text.isEmpty())
-            by_top[std::lround(item.rect.top() * 2)].push_back(&item);
-    std::vector<QStringList> lines;
-    for (auto& [top, items] : by_top) {
-        std::stable_sort(items.begin(), items.end(), [](const PageItem* a, const PageItem* b) { return a->rect.left() < b->rect.left(); });
-        QStringList line;
-        for (const PageItem* item : items)
-            line << item->text;
-        lines.push_back(line);
-    }
-    return lines;
-}
-
 QByteArray document_xml(const PageModel& model)
 {
     QString body;
     for (size_t p = 0; p < model.pages.size(); ++p) {
         if (p > 0)
             body += QStringLiteral("<w:p><w:r><w:br w:type=\"page\"/></w:r></w:p>");
-        for (const QStringList& line : page_lines(model.pages[p])) {
+        for (const auto& line : reportengine::lines_of(model.pages[p])) {
             body += QStringLiteral("<w:p>");
-            for (int i = 0; i < line.size(); ++i) {
+            for (size_t i = 0; i < line.size(); ++i) {
                 if (i > 0)
                     body += QStringLiteral("<w:r><w:tab/></w:r>");
-                body += QStringLiteral("<w:r><w:t xml:space=\"preserve\">%1</w:t></w:r>").arg(xml_escaped(line[i]));
+                body += QStringLiteral("<w:r><w:t xml:space=\"preserve\">%1</w:t></w:r>").arg(xml_escaped(line[i]->text));
             }
             body += QStringLiteral("</w:p>");
         }
