@@ -2,24 +2,12 @@
 
 #include "engine/currency.h"
 #include "engine/recordset.h"
+#include "reportengine/text_exports.h"
 
 #include <QDateTime>
 #include <QStringList>
-#include <algorithm>
 
 namespace cli {
-
-namespace {
-
-QString csv_field(const QString& text)
-{
-    static const QString needs_quotes = QStringLiteral(",\"\n\r");
-    if (std::none_of(text.begin(), text.end(), [](QChar c) { return needs_quotes.contains(c); }))
-        return text;
-    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
-}
-
-}  // namespace
 
 QString printable(const QVariant& value)
 {
@@ -43,7 +31,7 @@ void print_csv(engine::Recordset& rows, QTextStream& stream)
 {
     QStringList header;
     for (const QString& name : rows.field_names())
-        header << csv_field(name);
+        header << reportengine::csv_quoted(name);
     stream << header.join(QLatin1Char(',')) << '\n';
     if (rows.RecordCount() == 0)
         return;
@@ -51,7 +39,7 @@ void print_csv(engine::Recordset& rows, QTextStream& stream)
     while (!rows.at_eof()) {
         QStringList line;
         for (const QString& name : rows.field_names())
-            line << csv_field(printable(rows.Fields(name)));
+            line << reportengine::csv_quoted(printable(rows.Fields(name)));
         stream << line.join(QLatin1Char(',')) << '\n';
         rows.MoveNext();
     }

@@ -9,13 +9,6 @@ namespace reportengine {
 
 namespace {
 
-QString csv_cell(const QString& text)
-{
-    static const QString special = QStringLiteral(",\"\n\r");
-    if (std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); }))
-        return text;
-    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
-}
 
 // About two millimetres to a character of a nine-point font.
 constexpr double mm_per_column = 2.0;
@@ -68,6 +61,14 @@ QString mm(double value)
 
 }  // namespace
 
+QString csv_quoted(const QString& text)
+{
+    static const QString special = QStringLiteral(",\"\n\r");
+    if (std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); }))
+        return text;
+    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
 std::vector<std::vector<const PageItem*>> lines_of(const Page& page)
 {
     std::map<long, std::vector<const PageItem*>> by_top;
@@ -88,7 +89,7 @@ QByteArray csv_export(const PageModel& model)
     for (const TableRow& row : model.rows) {
         QStringList cells;
         for (const QString& cell : row.cells)
-            cells << csv_cell(cell);
+            cells << csv_quoted(cell);
         out += cells.join(QLatin1Char(',')) + QStringLiteral("\r\n");
     }
     return out.toUtf8();

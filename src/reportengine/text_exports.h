@@ -13,6 +13,10 @@
 
 namespace reportengine {
 
+// A value as one comma-separated cell: quoted, its quotes doubled, when it
+// holds a comma, a quote or a line end.
+QString csv_quoted(const QString& text);
+
 // A page's texts as lines, top to bottom: texts whose tops stand within half
 // a millimetre share a line, left to right.
 std::vector<std::vector<const PageItem*>> lines_of(const Page& page);

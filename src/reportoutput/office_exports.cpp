@@ -12,7 +12,6 @@
 
 namespace reportoutput {
 
-using reportengine::PageItem;
 using reportengine::PageModel;
 
 namespace {
