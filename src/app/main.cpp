@@ -2,10 +2,10 @@
 
 #include "shell/single_instance.h"
 #include "shell/startup.h"
-#include "ui/frm_main_menu.h"
-#include "ui/frm_startup.h"
-#include "ui/message_box_dialog.h"
-#include "ui/switch_screen.h"
+#include "ui/shell/frm_main_menu.h"
+#include "ui/shell/frm_startup.h"
+#include "ui/toolkit/message_box_dialog.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QApplication>
 

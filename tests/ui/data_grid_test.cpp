@@ -1,6 +1,6 @@
 // The grid's choice of rows, read back as the records' bookmarks.
 
-#include "ui/data_grid.h"
+#include "ui/toolkit/data_grid.h"
 
 #include "screen_driver.h"
 #include "support/temp_database.h"

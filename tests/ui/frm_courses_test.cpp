@@ -2,7 +2,7 @@
 // price and teacher, the rules they must meet, and what deleting a course
 // with pupils asks.
 
-#include "ui/frm_courses.h"
+#include "ui/courses/frm_courses.h"
 
 #include "engine/jet_date.h"
 #include "engine/msg_box.h"
@@ -12,7 +12,7 @@
 #include "support/current_school.h"
 #include "support/fake_locale_source.h"
 #include "support/scripted_boxes.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QCheckBox>
 #include <QComboBox>

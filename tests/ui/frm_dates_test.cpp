@@ -2,13 +2,13 @@
 // holidays, storing the lesson counts, moving between terms, and the refusals
 // and warnings that keep Number_Lessons in step with the holidays.
 
-#include "ui/frm_dates.h"
+#include "ui/calendar/frm_dates.h"
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 // The Families screen: its own rules on top of the record-editing pattern,
 // its members list and the removal of empty families.
 
-#include "ui/frm_family.h"
+#include "ui/people/frm_family.h"
 
 #include "engine/msg_box.h"
 #include "engine/recordset.h"

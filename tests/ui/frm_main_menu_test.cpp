@@ -1,7 +1,7 @@
 // The main menu: its commands open screens one at a time, it shows the
 // database in use, keeps the changed-pupils choice, and ends the program.
 
-#include "ui/frm_main_menu.h"
+#include "ui/shell/frm_main_menu.h"
 
 #include "database/db_handling.h"
 #include "engine/msg_box.h"
@@ -13,13 +13,13 @@
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
-#include "ui/frm_about.h"
-#include "ui/frm_auditlog.h"
-#include "ui/frm_family.h"
-#include "ui/frm_teachers.h"
-#include "ui/help_window.h"
-#include "ui/screen_kit.h"
-#include "ui/screen_catalogue.h"
+#include "ui/shell/frm_about.h"
+#include "ui/shell/frm_auditlog.h"
+#include "ui/people/frm_family.h"
+#include "ui/people/frm_teachers.h"
+#include "ui/toolkit/help_window.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/screen_catalogue.h"
 
 #include <QAction>
 #include <QComboBox>

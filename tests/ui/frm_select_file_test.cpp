@@ -1,7 +1,7 @@
 // The file selector as callers use it: fill Glob_File_Select, show the
 // screen, read the choice back.
 
-#include "ui/frm_select_file.h"
+#include "ui/toolkit/frm_select_file.h"
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"

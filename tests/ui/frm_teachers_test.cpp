@@ -1,7 +1,7 @@
 // The teachers' own rules, words and fields; the record-editing pattern they
 // share with the other screens is in record_pattern_test.cpp.
 
-#include "ui/frm_teachers.h"
+#include "ui/people/frm_teachers.h"
 
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
@@ -9,7 +9,7 @@
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "shell/app_globals.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QComboBox>
 #include <QFile>

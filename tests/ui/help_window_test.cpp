@@ -2,7 +2,7 @@
 // screen's page, the contents and Back and Forward move about it, and a
 // manual that isn't installed is said to be missing.
 
-#include "ui/help_window.h"
+#include "ui/toolkit/help_window.h"
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"
@@ -10,8 +10,8 @@
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
-#include "ui/frm_teachers.h"
-#include "ui/screen_kit.h"
+#include "ui/people/frm_teachers.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
 #include <QDir>

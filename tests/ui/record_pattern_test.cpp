@@ -2,9 +2,9 @@
 // it: each screen gives its words, a way to store one record and one field to
 // type into; the cases are the same for all.
 
-#include "ui/frm_courses.h"
-#include "ui/frm_family.h"
-#include "ui/frm_teachers.h"
+#include "ui/courses/frm_courses.h"
+#include "ui/people/frm_family.h"
+#include "ui/people/frm_teachers.h"
 
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
@@ -12,7 +12,7 @@
 #include "support/current_school.h"
 #include "support/new_course_and_activity.h"
 #include "support/scripted_boxes.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QComboBox>
 #include <QLineEdit>

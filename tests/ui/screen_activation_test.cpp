@@ -1,8 +1,8 @@
 // A screen's Activate runs once the screen is on view, so that whatever it
 // asks stands over the screen it is about and never over the one left behind.
 
-#include "ui/frm_family.h"
-#include "ui/screen_kit.h"
+#include "ui/people/frm_family.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"

@@ -4,7 +4,7 @@
 // offscreen platform, where focus changes need an active window.
 
 #include "support/current_school.h"
-#include "ui/switch_screen.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -2,15 +2,15 @@
 // read: no control is cut off or squeezed below what it needs, captions show
 // whole, and each field's label stands level with its field.
 
-#include "ui/frm_about.h"
-#include "ui/frm_auditlog.h"
-#include "ui/frm_courses.h"
-#include "ui/frm_dates.h"
-#include "ui/frm_family.h"
-#include "ui/frm_main_menu.h"
-#include "ui/frm_teachers.h"
-#include "ui/help_window.h"
-#include "ui/switch_screen.h"
+#include "ui/shell/frm_about.h"
+#include "ui/shell/frm_auditlog.h"
+#include "ui/courses/frm_courses.h"
+#include "ui/calendar/frm_dates.h"
+#include "ui/people/frm_family.h"
+#include "ui/shell/frm_main_menu.h"
+#include "ui/people/frm_teachers.h"
+#include "ui/toolkit/help_window.h"
+#include "ui/shell/switch_screen.h"
 
 #include "screen_driver.h"
 #include "support/current_school.h"

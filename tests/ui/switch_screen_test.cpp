@@ -1,7 +1,7 @@
 // Moving between screens: the menu opens A, A opens B, B's exit returns to A,
 // and A's exit returns to the menu.
 
-#include "ui/switch_screen.h"
+#include "ui/shell/switch_screen.h"
 
 #include "screen_driver.h"
 

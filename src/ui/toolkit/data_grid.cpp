@@ -1,4 +1,4 @@
-#include "ui/data_grid.h"
+#include "ui/toolkit/data_grid.h"
 
 #include "toolkit/recordset_model.h"
 

@@ -1,7 +1,7 @@
-#include "ui/frm_startup.h"
+#include "ui/shell/frm_startup.h"
 
 #include "shell/app_globals.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QFrame>
 #include <QLabel>

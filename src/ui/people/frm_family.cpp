@@ -1,4 +1,4 @@
-#include "ui/frm_family.h"
+#include "ui/people/frm_family.h"
 
 #include "database/db_handling.h"
 #include "database/guarded_deletions.h"

@@ -2,7 +2,7 @@
 // The households that are invoiced: a name and a postal address, with the
 // family's pupils listed beside them.
 
-#include "ui/record_screen.h"
+#include "ui/toolkit/record_screen.h"
 
 class QListWidget;
 

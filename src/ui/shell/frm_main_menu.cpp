@@ -1,4 +1,4 @@
-#include "ui/frm_main_menu.h"
+#include "ui/shell/frm_main_menu.h"
 
 #include "database/db_handling.h"
 #include "engine/msg_box.h"
@@ -7,9 +7,9 @@
 #include "shell/selection_lists.h"
 #include "shell/settings.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_catalogue.h"
-#include "ui/screen_kit.h"
-#include "ui/switch_screen.h"
+#include "ui/shell/screen_catalogue.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -2,7 +2,7 @@
 // The school's teachers, one record each; the teaching name is how other
 // screens show a teacher, so it is the record's title.
 
-#include "ui/record_screen.h"
+#include "ui/toolkit/record_screen.h"
 
 class frm_Teachers : public RecordScreen {
     Q_OBJECT

@@ -1,9 +1,9 @@
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include "engine/msg_box.h"
 #include "shell/error_log.h"
 #include "toolkit/help_pages.h"
-#include "ui/help_window.h"
+#include "ui/toolkit/help_window.h"
 
 #include <QComboBox>
 #include <QCoreApplication>

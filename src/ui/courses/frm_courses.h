@@ -3,7 +3,7 @@
 // long, by whom and at what price per lesson. The title names a course
 // everywhere else, so it is the record's title.
 
-#include "ui/record_screen.h"
+#include "ui/toolkit/record_screen.h"
 
 class QCheckBox;
 class QListWidget;

@@ -1,4 +1,4 @@
-#include "ui/record_screen.h"
+#include "ui/toolkit/record_screen.h"
 
 #include "database/db_handling.h"
 #include "engine/err.h"
@@ -7,9 +7,9 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
-#include "ui/bound_fields.h"
-#include "ui/screen_kit.h"
-#include "ui/switch_screen.h"
+#include "ui/toolkit/bound_fields.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QApplication>

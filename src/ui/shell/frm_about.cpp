@@ -1,11 +1,11 @@
-#include "ui/frm_about.h"
+#include "ui/shell/frm_about.h"
 
 #include "engine/settings_store.h"
 #include "shell/app_globals.h"
 #include "shell/settings.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
-#include "ui/switch_screen.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QCloseEvent>

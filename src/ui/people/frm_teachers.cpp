@@ -1,4 +1,4 @@
-#include "ui/frm_teachers.h"
+#include "ui/people/frm_teachers.h"
 
 #include "database/guarded_deletions.h"
 #include "engine/err.h"

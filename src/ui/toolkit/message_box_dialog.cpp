@@ -1,4 +1,4 @@
-#include "ui/message_box_dialog.h"
+#include "ui/toolkit/message_box_dialog.h"
 
 #include "engine/msg_box.h"
 

@@ -1,4 +1,4 @@
-#include "ui/frm_dates.h"
+#include "ui/calendar/frm_dates.h"
 
 #include "calendar/calendar_db.h"
 #include "calendar/calendar_words.h"
@@ -12,8 +12,8 @@
 #include "shell/error_log.h"
 #include "shell/locale_formats.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
-#include "ui/switch_screen.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QCloseEvent>

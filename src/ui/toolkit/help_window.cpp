@@ -1,7 +1,7 @@
-#include "ui/help_window.h"
+#include "ui/toolkit/help_window.h"
 
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,11 +1,11 @@
-#include "ui/frm_select_file.h"
+#include "ui/toolkit/frm_select_file.h"
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
 #include "shell/file_checks.h"
 #include "toolkit/file_select.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QAbstractItemView>
 #include <QAction>

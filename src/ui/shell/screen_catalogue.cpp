@@ -1,12 +1,12 @@
-#include "ui/screen_catalogue.h"
+#include "ui/shell/screen_catalogue.h"
 
-#include "ui/frm_about.h"
-#include "ui/frm_auditlog.h"
-#include "ui/frm_courses.h"
-#include "ui/frm_dates.h"
-#include "ui/frm_family.h"
-#include "ui/frm_teachers.h"
-#include "ui/switch_screen.h"
+#include "ui/shell/frm_about.h"
+#include "ui/shell/frm_auditlog.h"
+#include "ui/courses/frm_courses.h"
+#include "ui/calendar/frm_dates.h"
+#include "ui/people/frm_family.h"
+#include "ui/people/frm_teachers.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QApplication>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "ui/frm_courses.h"
+#include "ui/courses/frm_courses.h"
 
 #include "courses/course_entry.h"
 #include "database/course_exam_deletion.h"
@@ -12,7 +12,7 @@
 #include "shell/error_log.h"
 #include "shell/report_numbers.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "ui/switch_screen.h"
+#include "ui/shell/switch_screen.h"
 
 #include "shell/startup.h"
 #include "toolkit/switch_rules.h"

@@ -1,4 +1,4 @@
-#include "ui/bound_fields.h"
+#include "ui/toolkit/bound_fields.h"
 
 #include "engine/vb_values.h"
 

@@ -1,9 +1,9 @@
-#include "ui/frm_auditlog.h"
+#include "ui/shell/frm_auditlog.h"
 
 #include "shell/app_globals.h"
 #include "toolkit/help_pages.h"
-#include "ui/screen_kit.h"
-#include "ui/switch_screen.h"
+#include "ui/toolkit/screen_kit.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QCloseEvent>
