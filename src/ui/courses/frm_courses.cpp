@@ -137,17 +137,10 @@ frm_Courses::frm_Courses(QWidget* parent) : RecordScreen(course_words(), parent)
     resize(860, 560);
 }
 
-// The pattern's fields stand in two grids, one for each column.
-QGridLayout* frm_Courses::column_grid(int column) const
-{
-    return column_layout(column);
-}
-
 // The two check boxes sit under the notes, without labels of their own.
 void frm_Courses::add_check_boxes()
 {
-    QGridLayout* right = column_grid(1);
-    auto* boxes = new QWidget(right ? right->parentWidget() : this);
+    auto* boxes = new QWidget;
     boxes->setObjectName(QStringLiteral("check_boxes"));
     auto* row = new QHBoxLayout(boxes);
     row->setContentsMargins(0, 0, 0, 0);
@@ -155,10 +148,7 @@ void frm_Courses::add_check_boxes()
     row->addSpacing(16);
     row->addWidget(chk_Suppressed);
     row->addStretch(1);
-    if (right)
-        right->addWidget(boxes, right->rowCount(), 1);
-    else
-        add_growing_row(1, QString(), boxes);
+    add_row_widget(1, boxes);
 }
 
 void frm_Courses::tidy_layout()
@@ -169,7 +159,7 @@ void frm_Courses::tidy_layout()
     lst_Day->setMaximumWidth(lst_Day->fontMetrics().horizontalAdvance(QStringLiteral("Wednesday")) * 2 + 24);
     // The day list and the teacher list keep their own height; the notes take the rest.
     for (int column = 0; column < 2; ++column) {
-        QGridLayout* grid = column_grid(column);
+        QGridLayout* grid = column_layout(column);
         for (int row = 0; grid && row < grid->rowCount(); ++row) {
             QLayoutItem* item = grid->itemAtPosition(row, 1);
             if (!item || (item->widget() != lst_Day && item->widget() != cmb_Teachers))
@@ -180,7 +170,7 @@ void frm_Courses::tidy_layout()
         }
     }
     // The duration is in minutes, said beside it.
-    QGridLayout* left = column_grid(0);
+    QGridLayout* left = column_layout(0);
     if (left) {
         auto* duration = new QWidget(left->parentWidget());
         auto* row = new QHBoxLayout(duration);

@@ -45,7 +45,6 @@ private:
     void lst_Day_Click(int row);
     // False keeps the focus in the teacher list: the typed name is no teacher's.
     bool cmb_Teachers_Validate();
-    QGridLayout* column_grid(int column) const;
     void add_check_boxes();
     void tidy_layout();
 

@@ -212,6 +212,16 @@ QPlainTextEdit* RecordScreen::add_text(int column, const QString& name, const QS
     return text;
 }
 
+void RecordScreen::add_row_widget(int column, QWidget* widget, bool grows)
+{
+    QGridLayout* grid = columns_[column == 0 ? 0 : 1];
+    widget->setParent(record_area_);
+    const int row = grid->rowCount();
+    grid->addWidget(widget, row, 1);
+    if (grows)
+        grid->setRowStretch(row, 1);
+}
+
 void RecordScreen::add_growing_row(int column, const QString& label, QWidget* field)
 {
     field->setParent(record_area_);

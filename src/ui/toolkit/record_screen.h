@@ -103,6 +103,10 @@ protected:
     QLineEdit* add_line(int column, const QString& name, const QString& label);
     QPlainTextEdit* add_text(int column, const QString& name, const QString& label);
     void add_growing_row(int column, const QString& label, QWidget* field);
+    // A row of the screen's own making (check boxes side by side, a panel)
+    // under the fields of a column, without a label; `widget` is given the
+    // record area as parent.
+    void add_row_widget(int column, QWidget* widget, bool grows = false);
     // The grid of a column of fields (label in column 0, field in column 1),
     // for a screen that arranges a row of its own.
     QGridLayout* column_layout(int column) const { return columns_[column == 0 ? 0 : 1]; }
