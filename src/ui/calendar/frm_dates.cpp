@@ -81,13 +81,6 @@ QLineEdit* make_box(QWidget* parent, const QString& name)
     return edit;
 }
 
-QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
-{
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
 }  // namespace
 
 frm_Dates::frm_Dates(QWidget* parent)

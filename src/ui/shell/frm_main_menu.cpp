@@ -29,8 +29,6 @@
 
 namespace {
 
-const QString not_available = QStringLiteral("This screen is not available yet.");
-
 QAction* add_entry(QMenu* menu, const QString& name, const QString& caption)
 {
     QAction* action = menu->addAction(caption);
@@ -257,15 +255,12 @@ void frm_Main_Menu::connect_commands()
 
 void frm_Main_Menu::open(const QString& form_name, const QString& option)
 {
-    QWidget* screen = Load_Screen(form_name);
-    if (!screen) {
-        engine::MsgBox(not_available, engine::mb::OkOnly, App_Title());
-        return;
-    }
-    if (!option.isEmpty())
+    Go_To_Screen(this, form_name, [&option](QWidget* screen) {
+        if (option.isEmpty())
+            return;
         if (auto* choice = screen->findChild<QRadioButton*>(option))
             choice->setChecked(true);
-    Switch_Screen(this, screen, false);
+    });
 }
 
 void frm_Main_Menu::cmd_Families_Click()

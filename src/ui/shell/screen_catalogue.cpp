@@ -7,6 +7,8 @@
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/shell/switch_screen.h"
+#include "engine/msg_box.h"
+#include "shell/app_globals.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -46,4 +48,17 @@ QWidget* Load_Screen(const QString& form_name)
         return loaded;
     const auto make = catalogue().find(form_name);
     return make == catalogue().end() ? nullptr : make->second();
+}
+
+QWidget* Go_To_Screen(QWidget* me, const QString& form_name, const std::function<void(QWidget*)>& before_showing)
+{
+    QWidget* screen = Load_Screen(form_name);
+    if (!screen) {
+        engine::MsgBox(QStringLiteral("This screen is not available yet."), engine::mb::OkOnly, App_Title());
+        return nullptr;
+    }
+    if (before_showing)
+        before_showing(screen);
+    Switch_Screen(me, screen, false);
+    return screen;
 }

@@ -15,10 +15,10 @@
 
 namespace {
 
-QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
+// Enter in the page must not press a button.
+QPushButton* help_button(QWidget* parent, const QString& name, const QString& caption)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
+    QPushButton* button = make_button(parent, name, caption);
     button->setAutoDefault(false);
     return button;
 }
@@ -43,10 +43,10 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     // The commands along the top, the page below them.
     auto* layout = new QVBoxLayout(this);
     auto* commands = new QHBoxLayout;
-    cmd_Contents = make_button(this, QStringLiteral("cmd_Contents"), QStringLiteral("&Contents"));
-    cmd_Back = make_button(this, QStringLiteral("cmd_Back"), QStringLiteral("&Back"));
-    cmd_Forward = make_button(this, QStringLiteral("cmd_Forward"), QStringLiteral("&Forward"));
-    cmd_Close = make_button(this, QStringLiteral("cmd_Close"), QStringLiteral("C&lose"));
+    cmd_Contents = help_button(this, QStringLiteral("cmd_Contents"), QStringLiteral("&Contents"));
+    cmd_Back = help_button(this, QStringLiteral("cmd_Back"), QStringLiteral("&Back"));
+    cmd_Forward = help_button(this, QStringLiteral("cmd_Forward"), QStringLiteral("&Forward"));
+    cmd_Close = help_button(this, QStringLiteral("cmd_Close"), QStringLiteral("C&lose"));
     commands->addWidget(cmd_Contents);
     commands->addWidget(cmd_Back);
     commands->addWidget(cmd_Forward);

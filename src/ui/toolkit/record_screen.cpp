@@ -30,22 +30,6 @@
 
 namespace {
 
-QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
-{
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
-// Restores the normal pointer however a routine is left.
-class HourGlass {
-public:
-    HourGlass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~HourGlass() { QApplication::restoreOverrideCursor(); }
-    HourGlass(const HourGlass&) = delete;
-    HourGlass& operator=(const HourGlass&) = delete;
-};
-
 // The pattern's reports of a state it doesn't know, and of a save that failed
 // for a reason other than a duplicate.
 constexpr int unexpected_state = 300001;

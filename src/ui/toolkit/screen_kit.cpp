@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QApplication>
+#include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -56,6 +58,23 @@ void Screen_Setup(QWidget* form, bool /*keep_label_size*/, colours::Rgb& colour)
 {
     colour = Gen_Colours();
     set_frame_colour(form, colour);
+}
+
+HourGlass::HourGlass()
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+HourGlass::~HourGlass()
+{
+    QApplication::restoreOverrideCursor();
+}
+
+QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
+{
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    return button;
 }
 
 void set_frame_colour(QWidget* frame, const colours::Rgb& colour)

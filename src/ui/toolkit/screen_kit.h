@@ -10,7 +10,21 @@
 
 class QComboBox;
 class QListWidget;
+class QPushButton;
 class QWidget;
+
+// The wait cursor while a routine runs; the normal pointer comes back
+// however the routine is left.
+class HourGlass {
+public:
+    HourGlass();
+    ~HourGlass();
+    HourGlass(const HourGlass&) = delete;
+    HourGlass& operator=(const HourGlass&) = delete;
+};
+
+// A command button named `name` with its caption.
+QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption);
 
 // First step of every screen's construction: the screen takes the background
 // colour that Gen_Colours gives, which is also left in `colour`. Screens are
