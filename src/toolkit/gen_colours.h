@@ -15,6 +15,8 @@ inline constexpr Rgb Form_Background{192, 255, 192};  // every screen, its statu
 inline constexpr Rgb Highlight{192, 192, 255};        // a field changed and not yet saved
 inline constexpr Rgb At_Rest{255, 255, 255};          // a field after Clear_highlights
 inline constexpr Rgb Owing{255, 192, 255};            // money still owed
+inline constexpr Rgb Pale_Yellow{255, 255, 192};      // a family that owes nothing
+inline constexpr Rgb Proposed{255, 255, 0};           // a receipt the program proposes, untouched
 
 }  // namespace colours
 

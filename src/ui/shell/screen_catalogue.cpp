@@ -3,6 +3,7 @@
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
 #include "ui/courses/frm_courses.h"
+#include "ui/billing/frm_receipts.h"
 #include "ui/calendar/frm_dates.h"
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_teachers.h"
@@ -26,6 +27,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
+        {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
     return screens;
