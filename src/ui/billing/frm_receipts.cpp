@@ -380,10 +380,8 @@ void frm_Receipts::Display_Receipt()
 
 bool frm_Receipts::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusOut) {
-        if (auto* field = qobject_cast<QWidget*>(watched))
-            field_left(field);
-    }
+    if (Is_Field_Left(event))
+        field_left(static_cast<QWidget*>(watched));
     return FamilyAccountScreen::eventFilter(watched, event);
 }
 

@@ -318,16 +318,12 @@ void RecordScreen::closeEvent(QCloseEvent* event)
 
 bool RecordScreen::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusOut) {
-        // A message box or a pop-up taking the focus for a moment isn't leaving the field.
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            auto* control = static_cast<QWidget*>(watched);
-            if (control == title_field_)
-                title_left();
-            else
-                field_left(control);
-        }
+    if (Is_Field_Left(event)) {
+        auto* control = static_cast<QWidget*>(watched);
+        if (control == title_field_)
+            title_left();
+        else
+            field_left(control);
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -7,6 +7,7 @@
 
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -75,6 +76,14 @@ QPushButton* make_button(QWidget* parent, const QString& name, const QString& ca
     auto* button = new QPushButton(caption, parent);
     button->setObjectName(name);
     return button;
+}
+
+bool Is_Field_Left(const QEvent* event)
+{
+    if (event->type() != QEvent::FocusOut)
+        return false;
+    const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
 }
 
 void set_frame_colour(QWidget* frame, const colours::Rgb& colour)

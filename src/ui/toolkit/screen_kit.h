@@ -9,6 +9,7 @@
 #include <functional>
 
 class QComboBox;
+class QEvent;
 class QListWidget;
 class QPushButton;
 class QWidget;
@@ -46,6 +47,10 @@ colours::Rgb field_colour(const QWidget* field);
 // Activate asks stands over the screen it is about, never over the screen
 // left behind. A screen hidden again before then is not activated.
 void Activate_When_Shown(QWidget* screen, std::function<void()> activate);
+
+// True when the event is a field being left: a focus-out, but not one of a
+// message box or pop-up taking the focus for a moment.
+bool Is_Field_Left(const QEvent* event);
 
 // Enter in `field` moves on to the next field, as a Tab would, and is swallowed.
 // In a multi-line box Ctrl+Enter still starts a new line.
