@@ -9,6 +9,7 @@
 #include "ui/people/frm_family.h"
 #include "ui/shell/frm_main_menu.h"
 #include "ui/people/frm_teachers.h"
+#include "ui/reports/frm_report_params.h"
 #include "ui/toolkit/help_window.h"
 #include "ui/shell/switch_screen.h"
 
@@ -16,6 +17,7 @@
 #include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "shell/install_folder.h"
+#include "shell/selection_lists.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
@@ -180,6 +182,15 @@ TEST_F(ScreenSizes, TheRecordScreensReadWholeAtTheirSmallest)
         Unload(screen);
         settle();
     }
+}
+
+TEST_F(ScreenSizes, TheReportCriteriaReadWholeAtTheirSmallestWithEveryGridShown)
+{
+    Sel_Terms().append(school.add_term(QStringLiteral("Spring"), QDate(2026, 1, 4), QDate(2026, 3, 28)));
+    Sel_Courses().append(school.add_course(testing_support::NewCourse(QStringLiteral("Ballet Grade 1"))));
+    Sel_Activities().append(school.add_activity(testing_support::NewActivity(QStringLiteral("Summer Show"))));
+    Sel_Pupils().append(school.add_pupil(school.add_family(QStringLiteral("Archer")), QStringLiteral("Amy")));
+    check(new frm_Report_Params, true);
 }
 
 TEST_F(ScreenSizes, TheMainMenuAuditLogAboutAndHelpWindowsReadWholeAtTheirSmallest)
