@@ -1,15 +1,16 @@
 #include "ui/shell/screen_catalogue.h"
 
-#include "ui/shell/frm_about.h"
-#include "ui/shell/frm_auditlog.h"
-#include "ui/courses/frm_courses.h"
-#include "ui/billing/frm_receipts.h"
-#include "ui/calendar/frm_dates.h"
-#include "ui/people/frm_family.h"
-#include "ui/people/frm_teachers.h"
-#include "ui/shell/switch_screen.h"
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "ui/billing/frm_receipts.h"
+#include "ui/calendar/frm_dates.h"
+#include "ui/courses/frm_courses.h"
+#include "ui/people/frm_family.h"
+#include "ui/people/frm_teachers.h"
+#include "ui/reports/frm_report_params.h"
+#include "ui/shell/frm_about.h"
+#include "ui/shell/frm_auditlog.h"
+#include "ui/shell/switch_screen.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -28,6 +29,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
+        {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
     return screens;
