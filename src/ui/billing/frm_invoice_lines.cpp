@@ -214,6 +214,7 @@ void frm_Invoice_Lines::build_controls()
     txt_Description = make_box(frame_Line, QStringLiteral("txt_Description"));
     auto* line_id_row = new QHBoxLayout;
     line_id_row->addWidget(caption_for(frame_Line, QStringLiteral("Current Invoice Line:"), txt_Line_id));
+    line_id_row->addSpacing(6);
     line_id_row->addWidget(txt_Line_id);
     line_id_row->addStretch(1);
     line->addLayout(line_id_row, 0, 0, 1, 3);
@@ -221,6 +222,10 @@ void frm_Invoice_Lines::build_controls()
     line->addWidget(caption_for(frame_Line, QStringLiteral("Courses taken by the selected pupil:"), lst_Courses), 1, 1);
     line->addWidget(caption_for(frame_Line, QStringLiteral("Activities taken by the selected Pupil:"), lst_Activities),
                     1, 2);
+    // A family has a handful of pupils, a pupil a handful of courses: six
+    // rows show them without scrolling.
+    for (QListWidget* list : {lst_Pupils, lst_Courses, lst_Activities})
+        list->setMinimumHeight(list->fontMetrics().lineSpacing() * 6 + 8);
     line->addWidget(lst_Pupils, 2, 0);
     line->addWidget(lst_Courses, 2, 1);
     line->addWidget(lst_Activities, 2, 2);
@@ -268,7 +273,7 @@ void frm_Invoice_Lines::build_controls()
     setTabOrder(cmd_Add_Line, cmd_Update_Line);
     setTabOrder(cmd_Update_Line, cmd_Line_Cancel);
 
-    resize(minimumSizeHint().expandedTo(QSize(900, 680)));
+    resize(minimumSizeHint().expandedTo(QSize(900, 600)));
 }
 
 void frm_Invoice_Lines::connect_controls()
@@ -327,9 +332,10 @@ bool frm_Invoice_Lines::fIL_Display_Invoice(const QString& family_name, const QS
             Display_Line();
         }
     } else {
+        // The id first: the line's lists are for no invoice.
+        txt_Invoice_id->setText(QStringLiteral("0"));
         Clear_Invoice_screen();
         Clear_Line_screen();
-        txt_Invoice_id->setText(QStringLiteral("0"));
         set_field_colour(txt_Invoice_id, colours::At_Rest);
         Add_New();
     }
