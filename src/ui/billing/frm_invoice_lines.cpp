@@ -88,13 +88,6 @@ QListWidget* make_list(QWidget* parent, const QString& name)
     return list;
 }
 
-QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
-{
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    return button;
-}
-
 QLabel* caption_for(QWidget* parent, const QString& text, QWidget* buddy)
 {
     auto* caption = new QLabel(text, parent);

@@ -2,6 +2,8 @@
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "ui/billing/frm_invoice_lines.h"
+#include "ui/billing/frm_invoices.h"
 #include "ui/billing/frm_receipts.h"
 #include "ui/calendar/frm_dates.h"
 #include "ui/courses/frm_courses.h"
@@ -28,6 +30,8 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
+        {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
+        {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},

@@ -1,0 +1,79 @@
+// How long the money screens take to open on a large school and show their
+// first family: the families' list, the first family's pupils, invoices,
+// receipts and balance. The school is bench/large_school.h, with the second
+// term invoiced for every family and every other invoice paid.
+
+#include "billing/auto_invoicing.h"
+#include "large_school.h"
+#include "ui/billing/frm_invoices.h"
+#include "ui/billing/frm_receipts.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using namespace bench_school;
+
+void invoice_the_school()
+{
+    static bool invoiced = false;
+    if (invoiced)
+        return;
+    school();
+    {
+        AutoInvoicing run;
+        must(run.prepare(), "preparing the run");
+        must(run.insert_term(), "the term run");
+        must(run.unload(), "ending the run");
+    }
+    must(Current_Db()->execute_native(QStringLiteral(
+             "INSERT INTO Receipts (Receipt_Invoice_id, Receipt_Date, Receipt_Amount, Receipt_Method) "
+             "SELECT Inv_Line_Inv_id, '2026-02-01 00:00:00', sum(Amount), 'Cash' FROM Invoice_Lines "
+             "WHERE Inv_Line_Inv_id % 2 = 0 GROUP BY Inv_Line_Inv_id")),
+         "paying every other invoice");
+    invoiced = true;
+}
+
+template <typename Screen>
+void open_screen(benchmark::State& state)
+{
+    invoice_the_school();
+    for (auto _ : state) {
+        auto* screen = new Screen;
+        screen->show();
+        QApplication::processEvents();
+        must(!screen->txt_Family_Name->text().isEmpty() && screen->lst_Invoices->count() > 0, "showing the first family");
+        state.PauseTiming();
+        delete screen;
+        state.ResumeTiming();
+    }
+    state.counters["families"] = families;
+}
+
+void BM_OpenReceipts(benchmark::State& state)
+{
+    open_screen<frm_Receipts>(state);
+}
+BENCHMARK(BM_OpenReceipts)->Unit(benchmark::kMillisecond);
+
+void BM_OpenInvoices(benchmark::State& state)
+{
+    open_screen<frm_Invoices>(state);
+}
+BENCHMARK(BM_OpenInvoices)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
