@@ -53,7 +53,9 @@ QStringList name_filters(const FileSelectRecord& record)
     for (const auto& [text, pattern] : record.Filters) {
         if (text.trimmed().isEmpty())
             break;
-        const QString wanted = pattern.trimmed().isEmpty() ? QStringLiteral("*") : pattern.trimmed();
+        // "*.*" has always meant every file, with an extension or without.
+        const QString given = pattern.trimmed();
+        const QString wanted = given.isEmpty() || given == QLatin1String("*.*") ? QStringLiteral("*") : given;
         filters << (text.contains(QLatin1Char('(')) ? text : text + QStringLiteral(" (") + wanted + QLatin1Char(')'));
     }
     if (filters.isEmpty())

@@ -50,6 +50,13 @@ TEST(FileSelect, FiltersStopAtTheFirstBlankText)
     EXPECT_EQ(file_select::name_filters(FileSelectRecord{}), QStringList{QStringLiteral("All Files (*)")});
 }
 
+TEST(FileSelect, StarDotStarShowsFilesWithoutAnExtensionToo)
+{
+    FileSelectRecord request;
+    request.Filters[0] = {QStringLiteral("All Files"), QStringLiteral("*.*")};
+    EXPECT_EQ(file_select::name_filters(request), QStringList{QStringLiteral("All Files (*)")});
+}
+
 TEST(FileSelect, ANewNameGetsTheDefaultExtensionAndAnExistingOneIsRefused)
 {
     QTemporaryDir folder;

@@ -49,7 +49,14 @@ int show_dialog(const QString& text, int style, const QString& title)
     const int which = (style & engine::mb::DefaultButton3) ? 2 : (style & engine::mb::DefaultButton2) ? 1 : 0;
     if (which < set.buttons.size())
         box.setDefaultButton(set.buttons[which].first);
+    // A question asked in the middle of a long run is answered with the
+    // normal pointer; the wait cursor comes back once it is answered.
+    const bool waiting = QApplication::overrideCursor() != nullptr;
+    if (waiting)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
     const int clicked = box.exec();
+    if (waiting)
+        QApplication::restoreOverrideCursor();
     for (const auto& [button, answer] : set.buttons)
         if (clicked == button)
             return answer;
