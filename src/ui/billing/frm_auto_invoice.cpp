@@ -29,17 +29,8 @@
 namespace {
 
 constexpr colours::Rgb invoicing_green{0, 128, 0};
-constexpr colours::Rgb deleting_pink{255, 192, 255};
-constexpr colours::Rgb scripts_yellow{255, 255, 192};
-
-// Restores the normal pointer however a command is left.
-class HourGlass {
-public:
-    HourGlass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~HourGlass() { QApplication::restoreOverrideCursor(); }
-    HourGlass(const HourGlass&) = delete;
-    HourGlass& operator=(const HourGlass&) = delete;
-};
+constexpr colours::Rgb deleting_pink = colours::Owing;
+constexpr colours::Rgb scripts_yellow = colours::Pale_Yellow;
 
 QGroupBox* make_frame(QWidget* parent, const QString& name, const QString& caption, const colours::Rgb& colour)
 {
@@ -49,10 +40,9 @@ QGroupBox* make_frame(QWidget* parent, const QString& name, const QString& capti
     return frame;
 }
 
-QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption)
+QPushButton* command_button(QWidget* parent, const QString& name, const QString& caption)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
+    QPushButton* button = make_button(parent, name, caption);
     // Enter presses the command that has the focus.
     button->setAutoDefault(true);
     button->setMinimumHeight(30);
@@ -130,9 +120,9 @@ void frm_Auto_Invoice::build_controls()
         bold.setBold(true);
         frame_Inserts->setFont(bold);
     }
-    cmd_Insert_Term = make_button(frame_Inserts, QStringLiteral("cmd_Insert_Term"), QStringLiteral("Term Dates"));
+    cmd_Insert_Term = command_button(frame_Inserts, QStringLiteral("cmd_Insert_Term"), QStringLiteral("Term Dates"));
     cmd_Insert_Activities =
-        make_button(frame_Inserts, QStringLiteral("cmd_Insert_Activities"), QStringLiteral("Activity Dates"));
+        command_button(frame_Inserts, QStringLiteral("cmd_Insert_Activities"), QStringLiteral("Activity Dates"));
     for (QPushButton* button : {cmd_Insert_Term, cmd_Insert_Activities}) {
         QFont normal = button->font();
         normal.setBold(false);
@@ -142,15 +132,15 @@ void frm_Auto_Invoice::build_controls()
 
     frame_Delete_Selected = make_frame(this, QStringLiteral("frame_Delete_Selected"),
                                        QStringLiteral("Delete Selected Family Invoices Only"), deleting_pink);
-    cmd_Del_Sel_Terms = make_button(frame_Delete_Selected, QStringLiteral("cmd_Del_Sel_Terms"), QStringLiteral("Term Dates"));
+    cmd_Del_Sel_Terms = command_button(frame_Delete_Selected, QStringLiteral("cmd_Del_Sel_Terms"), QStringLiteral("Term Dates"));
     cmd_Del_Sel_Activities =
-        make_button(frame_Delete_Selected, QStringLiteral("cmd_Del_Sel_Activities"), QStringLiteral("Activity Dates"));
+        command_button(frame_Delete_Selected, QStringLiteral("cmd_Del_Sel_Activities"), QStringLiteral("Activity Dates"));
     two_commands(frame_Delete_Selected, cmd_Del_Sel_Terms, cmd_Del_Sel_Activities);
 
     frame_Deletes =
         make_frame(this, QStringLiteral("frame_Deletes"), QStringLiteral("Delete Invoices and Receipts :"), deleting_pink);
-    cmd_Del_All = make_button(frame_Deletes, QStringLiteral("cmd_Del_All"), QStringLiteral("All"));
-    cmd_Del_Paid_All = make_button(frame_Deletes, QStringLiteral("cmd_Del_Paid_All"), QStringLiteral("All Paid"));
+    cmd_Del_All = command_button(frame_Deletes, QStringLiteral("cmd_Del_All"), QStringLiteral("All"));
+    cmd_Del_Paid_All = command_button(frame_Deletes, QStringLiteral("cmd_Del_Paid_All"), QStringLiteral("All Paid"));
     two_commands(frame_Deletes, cmd_Del_All, cmd_Del_Paid_All);
 
     auto* left = new QVBoxLayout;
@@ -224,8 +214,8 @@ void frm_Auto_Invoice::build_controls()
     txt_Filename->setMinimumWidth(txt_Filename->fontMetrics().averageCharWidth() * 30);
     auto* file_label = new QLabel(QStringLiteral("File Name :"), frame_Scripts);
     file_label->setBuddy(txt_Filename);
-    cmd_Script_Select = make_button(frame_Scripts, QStringLiteral("cmd_Script_Select"), QStringLiteral("&View Files"));
-    cmd_Do = make_button(frame_Scripts, QStringLiteral("cmd_Do"), QStringLiteral("&Run Script"));
+    cmd_Script_Select = command_button(frame_Scripts, QStringLiteral("cmd_Script_Select"), QStringLiteral("&View Files"));
+    cmd_Do = command_button(frame_Scripts, QStringLiteral("cmd_Do"), QStringLiteral("&Run Script"));
     scripts->addWidget(file_label);
     scripts->addWidget(txt_Filename, 1);
     scripts->addWidget(cmd_Script_Select);
@@ -395,12 +385,7 @@ void frm_Auto_Invoice::mnu_Exit_Click()
 
 void frm_Auto_Invoice::open(const QString& form_name)
 {
-    QWidget* screen = Load_Screen(form_name);
-    if (!screen) {
-        engine::MsgBox(QStringLiteral("This screen is not available yet."), engine::mb::OkOnly, App_Title());
-        return;
-    }
-    Switch_Screen(this, screen, false);
+    Go_To_Screen(this, form_name);
 }
 
 void frm_Auto_Invoice::mnu_Criteria_Click()

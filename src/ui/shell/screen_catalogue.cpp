@@ -2,6 +2,7 @@
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/billing/frm_invoices.h"
 #include "ui/billing/frm_receipts.h"
@@ -27,6 +28,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
     static const std::map<QString, std::function<QWidget*()>> screens = {
         {QStringLiteral("frm_About"), [] { return new frm_About; }},
         {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
+        {QStringLiteral("frm_Auto_Invoice"), [] { return new frm_Auto_Invoice; }},
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
