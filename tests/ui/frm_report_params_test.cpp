@@ -52,24 +52,6 @@ protected:
     }
 
     // The row of the grid whose column shows `text`; -1 when none does.
-    static int row_showing(DataGrid* grid, const QString& text, int column = 0)
-    {
-        for (int row = 0; row < grid->model()->rowCount(); ++row)
-            if (grid->model()->index(row, column).data().toString() == text)
-                return row;
-        return -1;
-    }
-
-    // A click on the row showing `text`, with Ctrl to add it to those chosen.
-    static void click_row(DataGrid* grid, const QString& text, bool add = false, int column = 0)
-    {
-        const int row = row_showing(grid, text, column);
-        ASSERT_GE(row, 0) << text.toStdString();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
-                          grid->visualRect(grid->model()->index(row, column)).center());
-        settle();
-    }
-
     static QStringList chosen(DataGrid* grid, int column = 0)
     {
         QStringList texts;

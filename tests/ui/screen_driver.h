@@ -7,6 +7,7 @@
 #include "ui/shell/switch_screen.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QRadioButton>
@@ -69,6 +70,25 @@ inline void click(QAbstractButton* button)
     const bool box_at_left = qobject_cast<QRadioButton*>(button) || qobject_cast<QCheckBox*>(button);
     const QPoint where = box_at_left ? QPoint(8, button->height() / 2) : button->rect().center();
     QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, where);
+    settle();
+}
+
+// The row of a grid or list that shows `text` in `column`; -1 when none does.
+inline int row_showing(const QAbstractItemView* view, const QString& text, int column = 0)
+{
+    for (int row = 0; row < view->model()->rowCount(); ++row)
+        if (view->model()->index(row, column).data().toString() == text)
+            return row;
+    return -1;
+}
+
+// A click on the row showing `text`, with Ctrl to add it to those chosen.
+inline void click_row(QAbstractItemView* view, const QString& text, bool add = false, int column = 0)
+{
+    const int row = row_showing(view, text, column);
+    ASSERT_GE(row, 0) << text.toStdString();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
+                      view->visualRect(view->model()->index(row, column)).center());
     settle();
 }
 
