@@ -27,7 +27,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShowEvent>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -221,12 +220,8 @@ void FamilyAccountScreen::showEvent(QShowEvent* event)
 
 void FamilyAccountScreen::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The close box means the same as Exit.
-        event->ignore();
-        QTimer::singleShot(0, this, &FamilyAccountScreen::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     data_.Close();
     event->accept();
 }

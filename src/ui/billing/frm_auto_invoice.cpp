@@ -23,7 +23,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -268,12 +267,8 @@ void frm_Auto_Invoice::showEvent(QShowEvent* event)
 
 void frm_Auto_Invoice::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The window's close box means the same as Exit.
-        event->ignore();
-        QTimer::singleShot(0, this, &frm_Auto_Invoice::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     invoicing_.unload();
     event->accept();
 }

@@ -761,17 +761,25 @@ void frm_Invoice_Lines::cmd_Update_Click()
 
 void frm_Invoice_Lines::cmd_Cancel_Click()
 {
-    if (!invoice_in_progress()) {
+    cancel_half(invoice_in_progress(), invoice_id(), &frm_Invoice_Lines::Clear_Invoice_screen,
+                &frm_Invoice_Lines::Display_Invoice);
+}
+
+// Cancel in either half: an addition is dropped, a change is shown again as stored.
+void frm_Invoice_Lines::cancel_half(bool in_progress, int id, void (frm_Invoice_Lines::*clear)(),
+                                    void (frm_Invoice_Lines::*display)())
+{
+    if (!in_progress) {
         show_status(QStringLiteral("Nothing to cancel"));
         return;
     }
-    if (invoice_id() == 0) {
-        Clear_Invoice_screen();
+    if (id == 0) {
+        (this->*clear)();
         show_status(QStringLiteral("Addition cancelled"));
         return;
     }
     show_status(QStringLiteral("Change cancelled"));
-    Display_Invoice();
+    (this->*display)();
 }
 
 // ---- The line's commands ----
@@ -822,17 +830,7 @@ void frm_Invoice_Lines::cmd_Update_Line_Click()
 
 void frm_Invoice_Lines::cmd_Line_Cancel_Click()
 {
-    if (!line_in_progress()) {
-        show_status(QStringLiteral("Nothing to cancel"));
-        return;
-    }
-    if (line_id() == 0) {
-        Clear_Line_screen();
-        show_status(QStringLiteral("Addition cancelled"));
-        return;
-    }
-    show_status(QStringLiteral("Change cancelled"));
-    Display_Line();
+    cancel_half(line_in_progress(), line_id(), &frm_Invoice_Lines::Clear_Line_screen, &frm_Invoice_Lines::Display_Line);
 }
 
 // ---- The menu ----
@@ -866,11 +864,7 @@ void frm_Invoice_Lines::mnu_Help_Click()
 
 void frm_Invoice_Lines::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The close box means the same as Exit.
-        event->ignore();
-        QTimer::singleShot(0, this, &frm_Invoice_Lines::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     event->accept();
 }

@@ -92,6 +92,7 @@ private:
     void Display_Line();
     void Clear_Invoice_screen();
     void Clear_Line_screen();
+    void cancel_half(bool in_progress, int id, void (frm_Invoice_Lines::*clear)(), void (frm_Invoice_Lines::*display)());
     void Clear_highlights();
     void Clear_Line_Highlights();
     void Add_New();

@@ -260,12 +260,8 @@ void frm_Dates::showEvent(QShowEvent* event)
 
 void frm_Dates::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The close box means the same as Exit.
-        event->ignore();
-        QTimer::singleShot(0, this, &frm_Dates::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     data_.Close();
     event->accept();
 }

@@ -531,12 +531,8 @@ void frm_Report_Params::showEvent(QShowEvent* event)
 
 void frm_Report_Params::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The close box means the same as Exit.
-        event->ignore();
-        QTimer::singleShot(0, this, &frm_Report_Params::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     standard_.Close();
     event->accept();
 }

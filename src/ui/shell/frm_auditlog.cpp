@@ -75,12 +75,8 @@ void frm_auditlog::showEvent(QShowEvent* event)
 
 void frm_auditlog::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The close box leaves the way Exit does, back to the menu.
-        event->ignore();
-        QTimer::singleShot(0, this, &frm_auditlog::mnu_exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_exit_Click(); }))
         return;
-    }
     pager_.close();
     event->accept();
 }

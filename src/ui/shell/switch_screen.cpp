@@ -4,6 +4,8 @@
 #include "toolkit/switch_rules.h"
 
 #include <QApplication>
+#include <QCloseEvent>
+#include <QTimer>
 #include <QVariant>
 
 namespace {
@@ -110,4 +112,13 @@ void Main_End_Prog(QWidget* form)
         set_main_menu(nullptr);
     Unload(form);
     QCoreApplication::quit();
+}
+
+bool Close_Box_Is_Exit(QWidget* screen, QCloseEvent* event, const std::function<void()>& exit)
+{
+    if (is_unloading(screen))
+        return false;
+    event->ignore();
+    QTimer::singleShot(0, screen, exit);
+    return true;
 }

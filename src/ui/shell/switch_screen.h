@@ -4,7 +4,10 @@
 // screen remembered to come back to (see toolkit/switch_rules.h).
 
 #include <QPointer>
+#include <functional>
 #include <QWidget>
+
+class QCloseEvent;
 
 // The screen to come back to; null means nothing.
 QPointer<QWidget>& Glob_Return_Form();
@@ -25,6 +28,13 @@ void show_screen(QWidget* screen);
 void Unload(QWidget* screen);
 // True while a screen is being unloaded by the program, not by its user.
 bool is_unloading(const QWidget* screen);
+
+// A screen's closeEvent: the window's close box means the same as the
+// screen's Exit (outstanding changes are asked about, and the screen goes back
+// where it came from), run once control is back in the event loop. True when
+// the event was turned into that; false while the program itself unloads the
+// screen, which then lets go of what it holds and closes.
+bool Close_Box_Is_Exit(QWidget* screen, QCloseEvent* event, const std::function<void()>& exit);
 
 // The end of the program: every other screen is unloaded, the databases and
 // the workspace are closed, `form` is unloaded last and the event loop ends.

@@ -305,13 +305,8 @@ void RecordScreen::showEvent(QShowEvent* event)
 
 void RecordScreen::closeEvent(QCloseEvent* event)
 {
-    if (!is_unloading(this)) {
-        // The window's close box means the same as Exit: outstanding changes
-        // are asked about, and the screen goes back where it came from.
-        event->ignore();
-        QTimer::singleShot(0, this, &RecordScreen::mnu_Exit_Click);
+    if (Close_Box_Is_Exit(this, event, [this] { mnu_Exit_Click(); }))
         return;
-    }
     data_.Close();
     event->accept();
 }
