@@ -1,8 +1,10 @@
 // Pictures of screens for the user manual: opens a copy of a school's
 // database, shows each named screen at its own size and saves what it shows.
 //
-//   quillary-screenshots DATABASE OUTPUT_FOLDER frm_Name[=picture] ...
+//   quillary-screenshots DATABASE OUTPUT_FOLDER frm_Name[:cmd_Button][=picture] ...
 //
+// With a button named, the button is pressed once the screen is on view, and
+// the picture is of the screen then on view (one the button opened, say).
 // Run it under a real display (xvfb-run) so that the pictures have the
 // desktop's own style. Questions a screen asks are answered with their
 // default button, and printed.
@@ -14,9 +16,11 @@
 #include "shell/selection_lists.h"
 #include "ui/shell/screen_catalogue.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
@@ -54,7 +58,9 @@ int main(int argc, char* argv[])
     int failures = 0;
     for (int i = 3; i < argc; ++i) {
         const QString request = QString::fromLocal8Bit(argv[i]);
-        const QString form = request.section(QLatin1Char('='), 0, 0);
+        const QString screen_and_button = request.section(QLatin1Char('='), 0, 0);
+        const QString form = screen_and_button.section(QLatin1Char(':'), 0, 0);
+        const QString button = screen_and_button.section(QLatin1Char(':'), 1);
         const QString picture = request.contains(QLatin1Char('=')) ? request.section(QLatin1Char('='), 1) : form;
         QWidget* screen = Load_Screen(form);
         if (!screen) {
@@ -64,13 +70,34 @@ int main(int argc, char* argv[])
         }
         screen->show();
         wait(700);
+        QWidget* shown = screen;
+        if (!button.isEmpty()) {
+            auto* command = screen->findChild<QAbstractButton*>(button);
+            if (!command) {
+                std::fprintf(stderr, "no button %s on %s\n", qPrintable(button), qPrintable(form));
+                ++failures;
+                continue;
+            }
+            command->click();
+            wait(700);
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (window->isVisible() && window != screen && !window->objectName().isEmpty())
+                    shown = window;
+        }
         const QString file = output.filePath(picture + QStringLiteral(".png"));
-        if (!screen->grab().save(file)) {
+        if (!shown->grab().save(file)) {
             std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
             ++failures;
         }
         screen->hide();
     }
+    // The screens let go of what they hold (Automated Invoicing its run lock) before the database closes.
+    QList<QPointer<QWidget>> windows;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (!window->parentWidget())
+            windows << window;
+    for (const QPointer<QWidget>& window : windows)
+        delete window.data();
     DB_Close_All();
     return failures == 0 ? 0 : 1;
 }
