@@ -195,3 +195,21 @@ TEST_F(ReceiptsScreen, InvoicesMenuHandsTheFamilyAndInvoiceOver)
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(ReceiptsScreen, ArrivingFromAnotherScreenShowsTheFamilyAndInvoiceHandedOver)
+{
+    const int ashby = family_owing(QStringLiteral("Ashby"), {40});
+    const int older = school.scalar(QStringLiteral("SELECT Invoice_id FROM Invoices")).toInt();
+    school.exec(QStringLiteral("UPDATE Invoices SET Invoice_Date = '2025-01-01 00:00:00'"));
+    school.add_line(school.add_invoice(ashby, QStringLiteral("Newer")), 10);
+    Glob_Xfer_Family_id() = ashby;
+    Glob_Xfer_Invoice_id() = older;
+    open();
+    settle();
+    EXPECT_EQ(screen->chosen_invoice_id(), older);
+    EXPECT_TRUE(ends_with(screen->txt_Amount, QStringLiteral("40.00")));
+}
+
+}  // namespace

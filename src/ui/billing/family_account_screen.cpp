@@ -231,7 +231,7 @@ void FamilyAccountScreen::Form_Activate()
     if (Glob_Xfer_Family_id() == -1 || data_.is_empty())
         return;
     const short index = Glob_Search_Combo(cmb_Names, Glob_Xfer_Family_id());
-    if (index < 0 || family_id() == Glob_Xfer_Family_id())
+    if (index < 0)
         return;
     cmb_Names->setCurrentIndex(index);
     cmb_Names_Click();
