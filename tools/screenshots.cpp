@@ -3,6 +3,8 @@
 //
 //   quillary-screenshots DATABASE OUTPUT_FOLDER frm_Name[:cmd_Button][=picture] ...
 //
+// frm_View_Report@FILE.rpt shows that report in the viewer.
+//
 // With a button named, the button is pressed once the screen is on view, and
 // the picture is of the screen then on view (one the button opened, say).
 // Run it under a real display (xvfb-run) so that the pictures have the
@@ -14,12 +16,15 @@
 #include "engine/settings_store.h"
 #include "shell/locale_formats.h"
 #include "shell/selection_lists.h"
+#include "reports/report_runner.h"
+#include "ui/reports/frm_view_report.h"
 #include "ui/shell/screen_catalogue.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -62,7 +67,14 @@ int main(int argc, char* argv[])
         const QString form = screen_and_button.section(QLatin1Char(':'), 0, 0);
         const QString button = screen_and_button.section(QLatin1Char(':'), 1);
         const QString picture = request.contains(QLatin1Char('=')) ? request.section(QLatin1Char('='), 1) : form;
-        QWidget* screen = Load_Screen(form);
+        QWidget* screen = nullptr;
+        if (form.startsWith(QStringLiteral("frm_View_Report@"))) {
+            GCR_Report_File() = form.section(QLatin1Char('@'), 1);
+            if (Init_Report())
+                screen = new frm_View_Report(QFileInfo(GCR_Report_File()).completeBaseName());
+        } else {
+            screen = Load_Screen(form);
+        }
         if (!screen) {
             std::fprintf(stderr, "no screen %s\n", qPrintable(form));
             ++failures;

@@ -1,5 +1,6 @@
 // The desktop program: start-up, then the main menu until the user ends it.
 
+#include "reportoutput/output_writers.h"
 #include "shell/single_instance.h"
 #include "shell/startup.h"
 #include "ui/shell/frm_main_menu.h"
@@ -17,6 +18,7 @@ int main(int argc, char* argv[])
     // The program ends when the main menu goes, not when a window happens to close.
     QApplication::setQuitOnLastWindowClosed(false);
     ui::install_dialog_message_boxes();
+    reportoutput::install_output_writers();
 
     auto* startup = new frm_Startup;
     startup->show();

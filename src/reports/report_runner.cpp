@@ -20,7 +20,7 @@ using namespace reportengine;
 
 namespace {
 
-const QString tag = QStringLiteral("Glob_Crystal_Reports");
+const QString tag = report_runner_tag();
 
 // The engine's number for a report file it cannot use, carried in the error
 // state so that the report shows what was wrong with the file.

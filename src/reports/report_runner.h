@@ -11,6 +11,12 @@
 #include <functional>
 #include <memory>
 
+// The module tag of the runner's reports.
+inline QString report_runner_tag()
+{
+    return QStringLiteral("Glob_Crystal_Reports");
+}
+
 // The request, filled by the callers before a run.
 QString& GCR_Report_File();
 QString& GCR_Output_Type();  // "0" screen or printer; "1" to "7" and others: the exports
