@@ -23,6 +23,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 
@@ -33,13 +34,26 @@ int box(const QString& text, int style = engine::mb::OkOnly)
     return engine::MsgBox(text, style, App_Title());
 }
 
-// The columns that take the room a grid has to spare; the others are as wide as what they show.
-void stretch_columns(RegisterGrid* grid, std::initializer_list<int> columns)
+const QStringList register_fields = {QStringLiteral("FirstName"), QStringLiteral("FamilyName"), QStringLiteral("Surname"),
+                                     QStringLiteral("Pid"), QStringLiteral("Cid")};
+const QStringList register_headers = {QStringLiteral("First Name"), QStringLiteral("Family Name"), QStringLiteral("Surname"),
+                                      QStringLiteral("pid"), QStringLiteral("Cid")};
+
+// Shows the rows under these columns. The names take the room the grid has
+// to spare; the others are as wide as what they show.
+void show_rows(RegisterGrid* grid, engine::Recordset* rows, const QStringList& fields, const QStringList& headers,
+               std::initializer_list<int> stretched)
 {
+    grid->set_recordset(rows);
+    grid->set_columns(fields, headers);
     QHeaderView* header = grid->horizontalHeader();
     header->setStretchLastSection(false);
-    for (const int column : columns)
-        header->setSectionResizeMode(column, QHeaderView::Stretch);
+    for (int column = 0; column < header->count(); ++column) {
+        if (std::find(stretched.begin(), stretched.end(), column) != stretched.end())
+            header->setSectionResizeMode(column, QHeaderView::Stretch);
+        else
+            grid->resizeColumnToContents(column);  // the last one too, no longer stretched
+    }
 }
 
 }  // namespace
@@ -95,9 +109,9 @@ void frm_Register::build_controls()
     dbg_Register = make_grid(QStringLiteral("dbg_Register"), QStringLiteral("Register"), register_caption);
     const int character = fontMetrics().averageCharWidth();
     const int rows = fontMetrics().height() * 12;
-    dbg_Course->setMinimumSize(character * 34, rows);
+    dbg_Course->setMinimumSize(character * 44, rows);
     dbg_Pupil->setMinimumSize(character * 26, rows);
-    dbg_Register->setMinimumSize(character * 44, rows);
+    dbg_Register->setMinimumSize(character * 40, rows);
 
     cmd_Add = make_button(this, QStringLiteral("cmd_Add"), QStringLiteral("&Add"));
     cmd_Delete = make_button(this, QStringLiteral("cmd_Delete"), QStringLiteral("&Delete"));
@@ -138,9 +152,9 @@ void frm_Register::build_controls()
 
     auto* grids = new QHBoxLayout;
     grids->setSpacing(14);
-    grids->addLayout(column(course_caption, dbg_Course, under_courses), 4);
+    grids->addLayout(column(course_caption, dbg_Course, under_courses), 5);
     grids->addLayout(column(pupil_caption, dbg_Pupil, under_pupils), 3);
-    grids->addLayout(column(register_caption, dbg_Register, under_register), 5);
+    grids->addLayout(column(register_caption, dbg_Register, under_register), 4);
     layout->addLayout(grids, 1);
 
     frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
@@ -184,10 +198,8 @@ void frm_Register::Setup_Controls()
     engine::Database* db = current_database_or_error();
     courses_ = db ? db->OpenRecordset(Course_Order_Query()) : nullptr;
     if (courses_) {
-        dbg_Course->set_recordset(courses_.get());
-        dbg_Course->set_columns({QStringLiteral("Course_Title"), QStringLiteral("Course_id"), QStringLiteral("Description")},
-                                {QStringLiteral("Title"), QStringLiteral("cid"), QStringLiteral("Description")});
-        stretch_columns(dbg_Course, {2});
+        show_rows(dbg_Course, courses_.get(), {QStringLiteral("Course_Title"), QStringLiteral("Course_id"), QStringLiteral("Description")},
+                  {QStringLiteral("Title"), QStringLiteral("cid"), QStringLiteral("Description")}, {2});
     } else {
         report_grid_error(QStringLiteral("dbg_Course_Error = "));
     }
@@ -195,23 +207,16 @@ void frm_Register::Setup_Controls()
     db = current_database_or_error();
     pupils_ = db ? db->OpenRecordset(QStringLiteral("Qry_Select_Pupils_Not_Hidden")) : nullptr;
     if (pupils_) {
-        dbg_Pupil->set_recordset(pupils_.get());
-        dbg_Pupil->set_columns({QStringLiteral("DisplayName")}, {QStringLiteral("Name")});
+        show_rows(dbg_Pupil, pupils_.get(), {QStringLiteral("DisplayName")}, {QStringLiteral("Name")}, {0});
     } else {
         report_grid_error(QStringLiteral("dbg_pupil_Error = "));
     }
 
     // No course yet: a register of no one.
-    if (register_.Open_Empty()) {
-        dbg_Register->set_recordset(register_.rows());
-        dbg_Register->set_columns({QStringLiteral("FirstName"), QStringLiteral("FamilyName"), QStringLiteral("Surname"),
-                                   QStringLiteral("Pid"), QStringLiteral("Cid")},
-                                  {QStringLiteral("First Name"), QStringLiteral("Family Name"), QStringLiteral("Surname"),
-                                   QStringLiteral("pid"), QStringLiteral("Cid")});
-        stretch_columns(dbg_Register, {0, 1, 2});
-    } else {
+    if (register_.Open_Empty())
+        show_rows(dbg_Register, register_.rows(), register_fields, register_headers, {0, 1, 2});
+    else
         report_grid_error(QStringLiteral("dbg_register_Error = "));
-    }
 }
 
 void frm_Register::Display_Register(qint32 course_id, const QString& title)
@@ -225,11 +230,7 @@ void frm_Register::Display_Register(qint32 course_id, const QString& title)
         report_grid_error(QStringLiteral("dbg_register_Error = "));
         return;
     }
-    dbg_Register->set_recordset(register_.rows());
-    dbg_Register->set_columns({QStringLiteral("FirstName"), QStringLiteral("FamilyName"), QStringLiteral("Surname"),
-                               QStringLiteral("Pid"), QStringLiteral("Cid")},
-                              {QStringLiteral("First Name"), QStringLiteral("Family Name"), QStringLiteral("Surname"),
-                               QStringLiteral("pid"), QStringLiteral("Cid")});
+    show_rows(dbg_Register, register_.rows(), register_fields, register_headers, {0, 1, 2});
     register_caption->setText(QStringLiteral("Register for ") + title);
     dbg_Register->setAccessibleName(register_caption->text());
     txt_Num_Records->setText(QString::number(register_.Count_Shown()));
