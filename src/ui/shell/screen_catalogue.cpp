@@ -8,6 +8,7 @@
 #include "ui/billing/frm_receipts.h"
 #include "ui/calendar/frm_dates.h"
 #include "ui/courses/frm_courses.h"
+#include "ui/courses/frm_register.h"
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_report_params.h"
@@ -35,6 +36,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
+        {QStringLiteral("frm_Register"), [] { return new frm_Register; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
