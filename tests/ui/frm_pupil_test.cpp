@@ -287,6 +287,19 @@ TEST_F(PupilScreen, ACourseChosenCountsAsAChangeSoExitAsks)
     EXPECT_EQ(on_register(lily, ballet), 1);
 }
 
+TEST_F(PupilScreen, DeletingTheOnlyPupilKeepsTheFamilyAndEmptiesTheList)
+{
+    open();
+    ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("Do you really want to delete Lily Archer"), Yes, 36);
+    click(screen->cmd_Delete);
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Lily Archer deleted but the Family still exists"));
+    EXPECT_EQ(school.count(QStringLiteral("Pupils")), 0);
+    EXPECT_EQ(school.count(QStringLiteral("Families")), 1);
+    EXPECT_EQ(screen->cmb_Navigation->count(), 0);
+    EXPECT_TRUE(screen->txt_First_Name->text().isEmpty());
+}
+
 TEST_F(PupilScreen, ViewInvoiceHandsOverToTheInvoicesScreenAndComesBackToThePupil)
 {
     const int brown = school.add_family(QStringLiteral("Brown"));

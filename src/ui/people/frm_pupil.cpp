@@ -236,7 +236,7 @@ frm_Pupil::frm_Pupil(QWidget* parent)
     connect_commands();
     Setup_Controls();
     data_Navigation_.set_on_reposition([this] { on_reposition(); });
-    resize(940, 700);
+    resize(940, 640);
 }
 
 frm_Pupil::~frm_Pupil()
@@ -358,7 +358,8 @@ QWidget* frm_Pupil::build_header()
     cmb_Family_Names->setMaxVisibleItems(20);
     if (auto* view = qobject_cast<QListView*>(cmb_Family_Names->view()))
         view->setUniformItemSizes(true);
-    QLabel* choose = label_for(cmb_Family_Names, QStringLiteral("To Change the Family Name, select a new name here:"), area);
+    // The words stand over the list rather than beside it, so they name it for a screen reader.
+    auto* choose = new QLabel(QStringLiteral("To Change the Family Name, select a new name here:"), area);
     cmb_Family_Names->setAccessibleName(choose->text());
     cmd_Add_Family = make_button(area, QStringLiteral("cmd_Add_Family"), QStringLiteral("Add New Fa&mily"));
     grid->addWidget(choose, 0, 3, 1, 2);
@@ -375,9 +376,10 @@ QWidget* frm_Pupil::build_header()
         key->setMinimumWidth(key->fontMetrics().averageCharWidth() * 8);
         key->setMaximumWidth(key->fontMetrics().averageCharWidth() * 10);
     }
+    keys->setSpacing(6);
     keys->addWidget(label_for(txt_Pupil_id, QStringLiteral("Pupil id"), area));
     keys->addWidget(txt_Pupil_id);
-    keys->addSpacing(12);
+    keys->addSpacing(16);
     keys->addWidget(label_for(txt_Family_id, QStringLiteral("family id"), area));
     keys->addWidget(txt_Family_id);
     keys->addStretch(1);
@@ -399,6 +401,7 @@ QWidget* frm_Pupil::build_family_page()
     txt_Address4 = line(page, QStringLiteral("txt_Address4"));
     txt_Post_Code = line(page, QStringLiteral("txt_Post_Code"));
     add_row(left, txt_Address, QStringLiteral("Address :"));
+    txt_Address2->setAccessibleName(QStringLiteral("Address line 2"));
     left->addWidget(txt_Address2, left->rowCount(), 1);
     add_row(left, txt_Address3, QStringLiteral("Town :"));
     add_row(left, txt_Address4, QStringLiteral("County :"));
@@ -450,8 +453,12 @@ QWidget* frm_Pupil::build_pupil_page()
     txt_Age_Years->setAccessibleName(QStringLiteral("Age in years"));
     txt_Age_Months->setToolTip(QStringLiteral("months"));
     txt_Age_Months->setAccessibleName(QStringLiteral("and months"));
+    // The two numbers say what they count.
     age->addWidget(txt_Age_Years);
+    age->addWidget(new QLabel(QStringLiteral("years"), page));
+    age->addSpacing(8);
     age->addWidget(txt_Age_Months);
+    age->addWidget(new QLabel(QStringLiteral("months"), page));
     age->addStretch(1);
     const int age_row = left->rowCount();
     left->addWidget(label_for(txt_Age_Years, QStringLiteral("Age"), page), age_row, 0, Qt::AlignRight);
@@ -491,10 +498,13 @@ QWidget* frm_Pupil::build_pupil_page()
 
     // Four references, two to a row, under one label.
     auto* references = new QGridLayout;
+    references->setSpacing(6);
     txt_Ref = line(page, QStringLiteral("txt_Ref"));
     txt_Ref2 = line(page, QStringLiteral("txt_Ref2"));
     txt_Ref3 = line(page, QStringLiteral("txt_Ref3"));
     txt_Ref4 = line(page, QStringLiteral("txt_Ref4"));
+    for (QLineEdit* reference : {txt_Ref2, txt_Ref3, txt_Ref4})
+        reference->setAccessibleName(QStringLiteral("References :"));
     references->addWidget(txt_Ref, 0, 0);
     references->addWidget(txt_Ref2, 0, 1);
     references->addWidget(txt_Ref3, 1, 0);
@@ -557,6 +567,8 @@ QWidget* frm_Pupil::build_accounts_page()
     DBGrid_Accounts->setObjectName(QStringLiteral("DBGrid_Accounts"));
     DBGrid_Accounts->setAccessibleName(QStringLiteral("Accounts"));
     DBGrid_Accounts->setSelectionMode(QAbstractItemView::SingleSelection);
+    // The invoice's day, without the time it was raised at.
+    DBGrid_Accounts->setItemDelegateForColumn(0, new FormatDelegate(Glob_Date_Format(), false, DBGrid_Accounts));
     DBGrid_Accounts->setItemDelegateForColumn(2, new FormatDelegate(QStringLiteral("currency"), true, DBGrid_Accounts));
     DBGrid_Accounts->setItemDelegateForColumn(3, new FormatDelegate(QStringLiteral("currency"), true, DBGrid_Accounts));
     column->addWidget(DBGrid_Accounts, 1);
