@@ -662,16 +662,36 @@ void frm_Pupil::Setup_Controls()
     step = QStringLiteral("continuing text boxes for Families");
     connect(txt_Gender, &QLineEdit::textChanged, this, &frm_Pupil::txt_Gender_Changed);
 
+    // Each control reports its own failure; the log also gets the step it stopped at.
+    const auto stopped = [&step] {
+        Report_Error(report::Trace, QStringLiteral("Unexpected error "), engine::mb::Critical, module,
+                     QStringLiteral("Setup_Controls - ") + step);
+    };
     step = QStringLiteral("refreshing data_navigation");
-    if (!data_Navigation_.Refresh(Current_Db(), QStringLiteral("Qry_Select_Pupil_Details")))
-        return;  // the control has said why
+    if (!data_Navigation_.Refresh(Current_Db(), QStringLiteral("Qry_Select_Pupil_Details"))) {
+        stopped();
+        return;
+    }
     const int pupil_id = record_value(QStringLiteral("Pupil_id")).toInt();
     const int family_id = record_value(QStringLiteral("Pupil_Family_id")).toInt();
     step = QStringLiteral("starting data_Exams_Taken");
-    if (!open_pupil_grids(pupil_id))
+    if (!open_exams(pupil_id)) {
+        stopped();
         return;
+    }
+    step = QStringLiteral("starting data_Festivals");
+    if (!open_festivals(pupil_id)) {
+        stopped();
+        return;
+    }
+    step = QStringLiteral("starting data_Courses_Taken");
+    if (!open_courses(pupil_id)) {
+        stopped();
+        return;
+    }
     step = QStringLiteral("starting data_Accounts");
-    open_accounts(family_id, QStringLiteral("Qry_Select_Family_Invoices"));
+    if (!open_accounts(family_id, QStringLiteral("Qry_Select_Family_Invoices")))
+        stopped();
 }
 
 // ---- Activate ----
@@ -1003,26 +1023,43 @@ bool reopen(DataGrid* grid, std::unique_ptr<engine::Recordset>& rows, const QStr
 
 }  // namespace
 
-bool frm_Pupil::open_pupil_grids(int pupil_id)
+bool frm_Pupil::open_exams(int pupil_id)
 {
-    const QString parameter = QStringLiteral("par_Pupil_id");
-    return reopen(DBGrid_Exams_Taken, exams_taken_, QStringLiteral("Qry_Select_Pupil_Exam_Details"), parameter, pupil_id,
+    return reopen(DBGrid_Exams_Taken, exams_taken_, QStringLiteral("Qry_Select_Pupil_Exam_Details"),
+                  QStringLiteral("par_Pupil_id"), pupil_id,
                   {QStringLiteral("Exam_Title"), QStringLiteral("Results_Date"), QStringLiteral("Results_Mark")},
                   {QStringLiteral("Title"), QStringLiteral("Date"), QStringLiteral("Mark")}, exams_error,
-                  QStringLiteral("Data_Exams_Taken"))
-           && reopen(DBGrid_Festivals, festivals_, QStringLiteral("Qry_Select_Pupil_Festival_Details"), parameter,
-                     pupil_id,
-                     {QStringLiteral("Activity_Title"), QStringLiteral("Results_Date"), QStringLiteral("Exam_Title"),
-                      QStringLiteral("Results_Mark")},
-                     {QStringLiteral("Festival"), QStringLiteral("Date"), QStringLiteral("Title"), QStringLiteral("Mark")},
-                     festivals_error, QStringLiteral("Data_Festivals"))
-           && reopen(DBGrid_Courses_Taken, courses_taken_, QStringLiteral("Qry_Select_Pupil_Courses"), parameter,
-                     pupil_id,
-                     {QStringLiteral("Course_Title"), QStringLiteral("Location"), QStringLiteral("Description"),
-                      QStringLiteral("Course_id")},
-                     {QStringLiteral("Title"), QStringLiteral("Location"), QStringLiteral("Description"),
-                      QStringLiteral("Course id")},
-                     courses_error, QStringLiteral("Data_Courses_Taken"));
+                  QStringLiteral("Data_Exams_Taken"));
+}
+
+bool frm_Pupil::open_festivals(int pupil_id)
+{
+    return reopen(DBGrid_Festivals, festivals_, QStringLiteral("Qry_Select_Pupil_Festival_Details"),
+                  QStringLiteral("par_Pupil_id"), pupil_id,
+                  {QStringLiteral("Activity_Title"), QStringLiteral("Results_Date"), QStringLiteral("Exam_Title"),
+                   QStringLiteral("Results_Mark")},
+                  {QStringLiteral("Festival"), QStringLiteral("Date"), QStringLiteral("Title"), QStringLiteral("Mark")},
+                  festivals_error, QStringLiteral("Data_Festivals"));
+}
+
+bool frm_Pupil::open_courses(int pupil_id)
+{
+    return reopen(DBGrid_Courses_Taken, courses_taken_, QStringLiteral("Qry_Select_Pupil_Courses"),
+                  QStringLiteral("par_Pupil_id"), pupil_id,
+                  {QStringLiteral("Course_Title"), QStringLiteral("Location"), QStringLiteral("Description"),
+                   QStringLiteral("Course_id")},
+                  {QStringLiteral("Title"), QStringLiteral("Location"), QStringLiteral("Description"),
+                   QStringLiteral("Course id")},
+                  courses_error, QStringLiteral("Data_Courses_Taken"));
+}
+
+bool frm_Pupil::open_pupil_grids(int pupil_id)
+{
+    // Each grid on its own: one that fails leaves the others showing.
+    const bool exams = open_exams(pupil_id);
+    const bool festivals = open_festivals(pupil_id);
+    const bool courses = open_courses(pupil_id);
+    return exams && festivals && courses;
 }
 
 bool frm_Pupil::open_accounts(int family_id, const QString& query)
@@ -1488,12 +1525,7 @@ bool frm_Pupil::Update_Registers()
         else
             all_added = false;
     }
-    reopen(DBGrid_Courses_Taken, courses_taken_, QStringLiteral("Qry_Select_Pupil_Courses"),
-           QStringLiteral("par_Pupil_id"), pupil_id,
-           {QStringLiteral("Course_Title"), QStringLiteral("Location"), QStringLiteral("Description"),
-            QStringLiteral("Course_id")},
-           {QStringLiteral("Title"), QStringLiteral("Location"), QStringLiteral("Description"), QStringLiteral("Course id")},
-           courses_error, QStringLiteral("Data_Courses_Taken"));
+    open_courses(pupil_id);
     return all_added;
 }
 
@@ -1609,7 +1641,7 @@ void frm_Pupil::cmd_Reg_Delete_Click()
     }
     set_status(failures.isEmpty() ? QStringLiteral("Pupil successfully deleted from the Register")
                                    : QStringLiteral("The following courses could NOT be deleted") + failures);
-    open_pupil_grids(pupil_id);
+    open_courses(pupil_id);
 }
 
 // ---- To the Invoices and Money Received screens ----

@@ -212,6 +212,9 @@ private:
     void Display_Age_Of(const QVariant& birth_date);
     void Display_Gender();
     bool Display_Family(int family_id);
+    bool open_exams(int pupil_id);
+    bool open_festivals(int pupil_id);
+    bool open_courses(int pupil_id);
     bool open_pupil_grids(int pupil_id);
     bool open_accounts(int family_id, const QString& query);
     bool has_record() const;
