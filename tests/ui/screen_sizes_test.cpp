@@ -7,6 +7,8 @@
 #include "ui/courses/frm_courses.h"
 #include "ui/calendar/frm_dates.h"
 #include "ui/people/frm_family.h"
+#include "ui/people/frm_pupil.h"
+#include <QTabWidget>
 #include "ui/shell/frm_main_menu.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_report_params.h"
@@ -211,6 +213,20 @@ TEST_F(ScreenSizes, TheMainMenuAuditLogAboutAndHelpWindowsReadWholeAtTheirSmalle
     Unload(screen);
     settle();
     check(new HelpWindow, false);
+}
+
+TEST_F(ScreenSizes, PupilDetailsReadsWholeAtItsSmallestOnEveryPage)
+{
+    school.add_pupil(school.add_family(QStringLiteral("Archer")), QStringLiteral("Amy"));
+    auto* pupils = new frm_Pupil;
+    check(pupils, true);
+    for (int page = 1; page < pupils->SSTab1->count(); ++page) {
+        SCOPED_TRACE(pupils->SSTab1->tabText(page).toStdString());
+        pupils->SSTab1->setCurrentIndex(page);
+        settle();
+        expect_readable_at_smallest(pupils);
+        expect_named_for_screen_readers(pupils);
+    }
 }
 
 }  // namespace
