@@ -7,6 +7,7 @@
 #include "ui/courses/frm_courses.h"
 #include "ui/calendar/frm_dates.h"
 #include "ui/people/frm_family.h"
+#include "ui/people/frm_pupil_import.h"
 #include "ui/shell/frm_main_menu.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_report_params.h"
@@ -211,6 +212,16 @@ TEST_F(ScreenSizes, TheMainMenuAuditLogAboutAndHelpWindowsReadWholeAtTheirSmalle
     Unload(screen);
     settle();
     check(new HelpWindow, false);
+}
+
+TEST_F(ScreenSizes, ThePupilImportReadsWholeAtItsSmallestWithALineShownWhole)
+{
+    auto* import_screen = new frm_Pupil_Import;
+    check(import_screen, true);
+    import_screen->Show_Fields(true);
+    settle();
+    expect_readable_at_smallest(import_screen);
+    expect_labels_level(import_screen);
 }
 
 }  // namespace
