@@ -461,10 +461,13 @@ ImportOutcome PupilImport::run(const QString& file_name, const ImportHooks& hook
     CsvRecord line;
     bool first = true;
     enum class Ending { Finished, Cancelled, Abandoned } ending = Ending::Finished;
+    const auto at_line = [&](const QString& reason) {
+        return QStringLiteral("Error detected in Import File ") + file_name + QStringLiteral(" at line ")
+               + QString::number(Import_Line) + QLatin1Char('\n') + reason;
+    };
     // Asks about a refused line; true to pass over it and go on.
     const auto refuse = [&](const QString& reason) {
-        const QString message = QStringLiteral("Error detected in Import File ") + file_name + QStringLiteral(" at line ")
-                                + QString::number(Import_Line) + QLatin1Char('\n') + reason;
+        const QString message = at_line(reason);
         if (hooks.refused && hooks.refused(message)) {
             ++outcome.skipped;
             return true;
@@ -481,8 +484,9 @@ ImportOutcome PupilImport::run(const QString& file_name, const ImportHooks& hook
         }
         Import_Line = line.line;
         if (!line.complete) {
-            // An open quote has taken the rest of the file: there is nothing more to read.
-            refuse(cant_read_line);
+            // An open quote has taken the rest of the file: there is nothing to go on with.
+            outcome.stopped_by = at_line(cant_read_line);
+            Report_Error(report::Detected, outcome.stopped_by, engine::mb::OkOnly, module_tag, QStringLiteral("cmd_Add"));
             ending = Ending::Abandoned;
             break;
         }

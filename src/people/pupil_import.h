@@ -7,6 +7,8 @@
 //
 // A line that can't be taken is refused with its line number and the reason;
 // whoever runs the import decides whether to skip it and go on, or to stop.
+// A file that can't be read to its end (a quote never closed) is reported
+// and abandoned.
 // The whole import is one transaction: a stop, a cancel, or a file that can't
 // be read to its end leaves the database exactly as it was. Each line is a
 // transaction inside it, so a line skipped leaves nothing of itself.
