@@ -6,6 +6,7 @@
 #include "cli/database_commands.h"
 #include "cli/demo_school.h"
 #include "cli/invoicing_commands.h"
+#include "cli/people_commands.h"
 #include "cli/report_commands.h"
 #include "database/db_handling.h"
 #include "engine/workspace.h"
@@ -27,7 +28,7 @@ int usage()
     err() << "usage: quillary-cli --version\n"
              "       quillary-cli check DB\n"
              "       quillary-cli demo DB\n"
-          << database_usage() << admin_usage() << invoicing_usage() << report_usage();
+          << database_usage() << admin_usage() << invoicing_usage() << people_usage() << report_usage();
     err().flush();
     return 2;
 }
@@ -87,7 +88,8 @@ int run(const QStringList& args)
         return check(rest);
     if (command == QLatin1String("demo"))
         return demo_command(rest);
-    for (const auto& runner : {run_database_command, run_admin_command, run_invoicing_command, run_report_command}) {
+    for (const auto& runner : {run_database_command, run_admin_command, run_invoicing_command, run_people_command,
+                                run_report_command}) {
         if (const int status = runner(command, rest); status >= 0)
             return status == 2 ? usage() : status;
     }

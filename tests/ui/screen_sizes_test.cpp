@@ -8,6 +8,7 @@
 #include "ui/calendar/frm_dates.h"
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_pupil.h"
+#include "ui/people/frm_pupil_import.h"
 #include <QTabWidget>
 #include "ui/shell/frm_main_menu.h"
 #include "ui/people/frm_teachers.h"
@@ -227,6 +228,16 @@ TEST_F(ScreenSizes, PupilDetailsReadsWholeAtItsSmallestOnEveryPage)
         expect_readable_at_smallest(pupils);
         expect_named_for_screen_readers(pupils);
     }
+}
+
+TEST_F(ScreenSizes, ThePupilImportReadsWholeAtItsSmallestWithALineShownWhole)
+{
+    auto* import_screen = new frm_Pupil_Import;
+    check(import_screen, true);
+    import_screen->Show_Fields(true);
+    settle();
+    expect_readable_at_smallest(import_screen);
+    expect_labels_level(import_screen);
 }
 
 }  // namespace
