@@ -114,10 +114,10 @@ TEST_F(MainMenu, ScreensNotYetBuiltSaySoAndNothingElseHappens)
     ScriptedBoxes boxes;
     for (int i = 0; i < 4; ++i)
         boxes.expect(QStringLiteral("This screen is not available yet."), engine::answer::Ok, engine::mb::OkOnly);
-    click(menu->cmd_Pupils);
+    click(menu->cmd_Exam);
     click(menu->cmd_Exam_Times);
     menu->mnu_Refresh_db->trigger();
-    menu->Open_Screen(2);
+    click(menu->cmd_Exam_Results);
     menu->Open_Screen(7);  // not a screen: nothing at all
     settle();
     EXPECT_TRUE(menu->isVisible());

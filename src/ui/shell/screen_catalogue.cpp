@@ -10,6 +10,8 @@
 #include "ui/courses/frm_courses.h"
 #include "ui/courses/frm_register.h"
 #include "ui/people/frm_family.h"
+#include "ui/people/frm_pupil.h"
+#include "ui/people/frm_pupil_import.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_report_params.h"
 #include "ui/shell/frm_about.h"
@@ -35,6 +37,8 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},
+        {QStringLiteral("frm_Pupil"), [] { return new frm_Pupil; }},
+        {QStringLiteral("frm_Pupil_Import"), [] { return new frm_Pupil_Import; }},
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Register"), [] { return new frm_Register; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
