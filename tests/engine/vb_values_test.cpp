@@ -341,30 +341,26 @@ TEST_F(VbValuesTest, CurrencyPictureUsesTheLocalesCurrencyWithTwoDecimals)
 // ---------------------------------------------------------------------------
 // Date arithmetic
 
-TEST_F(VbValuesTest, AddingMonthsKeepsTheDayOrTakesTheMonthsLastDay)
+// Months keep the day or take the month's last day; minutes are whole.
+TEST_F(VbValuesTest, DateAddMovesByEachIntervalAndFailsOnAnUnknownOne)
 {
-    EXPECT_EQ(vb::DateAdd("m", 1, at(2026, 1, 31)), at(2026, 2, 28));
-    EXPECT_EQ(vb::DateAdd("m", 1, at(2024, 1, 31)), at(2024, 2, 29));
-    EXPECT_EQ(vb::DateAdd("m", -1, at(2026, 3, 31, 10, 30)), at(2026, 2, 28, 10, 30));
-    EXPECT_EQ(vb::DateAdd("m", 2, at(2026, 1, 15)), at(2026, 3, 15));
-    EXPECT_EQ(vb::DateAdd("q", 1, at(2025, 11, 30)), at(2026, 2, 28));
-    EXPECT_EQ(vb::DateAdd("yyyy", 1, at(2024, 2, 29)), at(2025, 2, 28));
-}
-
-TEST_F(VbValuesTest, AddingDaysWeeksAndTimes)
-{
-    EXPECT_EQ(vb::DateAdd("d", 10, at(2026, 12, 25)), at(2027, 1, 4));
-    EXPECT_EQ(vb::DateAdd("y", -1, at(2026, 1, 1)), at(2025, 12, 31));
-    EXPECT_EQ(vb::DateAdd("w", 1, at(2026, 1, 1)), at(2026, 1, 2));
-    EXPECT_EQ(vb::DateAdd("ww", 2, at(2026, 1, 1)), at(2026, 1, 15));
-    EXPECT_EQ(vb::DateAdd("n", 90, at(1899, 12, 30, 23, 0)), at(1899, 12, 31, 0, 30));
-    EXPECT_EQ(vb::DateAdd("h", -1, at(2026, 1, 1)), at(2025, 12, 31, 23, 0));
-    EXPECT_EQ(vb::DateAdd("s", 30, at(2026, 1, 1)), at(2026, 1, 1, 0, 0, 30));
-    EXPECT_EQ(vb::DateAdd("N", 5.9, at(2026, 1, 1)), at(2026, 1, 1, 0, 5));
-}
-
-TEST_F(VbValuesTest, AnUnknownIntervalFails)
-{
+    struct Case {
+        const char* interval;
+        double number;
+        QDateTime from;
+        QDateTime to;
+    };
+    const Case cases[] = {
+        {"m", 1, at(2026, 1, 31), at(2026, 2, 28)}, {"m", 1, at(2024, 1, 31), at(2024, 2, 29)},
+        {"m", -1, at(2026, 3, 31, 10, 30), at(2026, 2, 28, 10, 30)}, {"m", 2, at(2026, 1, 15), at(2026, 3, 15)},
+        {"q", 1, at(2025, 11, 30), at(2026, 2, 28)}, {"yyyy", 1, at(2024, 2, 29), at(2025, 2, 28)},
+        {"d", 10, at(2026, 12, 25), at(2027, 1, 4)}, {"y", -1, at(2026, 1, 1), at(2025, 12, 31)},
+        {"w", 1, at(2026, 1, 1), at(2026, 1, 2)}, {"ww", 2, at(2026, 1, 1), at(2026, 1, 15)},
+        {"n", 90, at(1899, 12, 30, 23, 0), at(1899, 12, 31, 0, 30)}, {"h", -1, at(2026, 1, 1), at(2025, 12, 31, 23, 0)},
+        {"s", 30, at(2026, 1, 1), at(2026, 1, 1, 0, 0, 30)}, {"N", 5.9, at(2026, 1, 1), at(2026, 1, 1, 0, 5)},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(vb::DateAdd(c.interval, c.number, c.from), c.to) << c.interval << " " << c.number;
     EXPECT_FALSE(vb::DateAdd("fortnight", 1, at(2026, 1, 1)).isValid());
     EXPECT_EQ(engine::Err().Number, 5);
     EXPECT_FALSE(vb::DateAdd("yyyy", 9000, at(2026, 1, 1)).isValid());
