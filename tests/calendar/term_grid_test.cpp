@@ -61,15 +61,6 @@ TEST(TermGridTest, AThreeDayTermLeavesTheAbsentWeekdaysWithTheZeroDateAndFirstDa
     EXPECT_EQ(term.dates.first[2], QDate(2026, 1, 13));
 }
 
-TEST(TermGridTest, SpansUpTo112DaysAreAcceptedAndOneDayMoreIsRefused)
-{
-    EXPECT_EQ(check_term_span(sunday, sunday), TermSpan::Fits);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(112)), TermSpan::Fits);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(113)), TermSpan::TooLong);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(-1)), TermSpan::EndBeforeStart);
-    EXPECT_EQ(walk(sunday, sunday).filled_cells(), 1);
-}
-
 TEST(TermGridTest, ALongTermIsClippedAtTheLastCell)
 {
     // From a Sunday every cell is filled and the 113th date falls off.

@@ -3,7 +3,7 @@
 // kind leaves out, alerts, and the words of every failure.
 
 #include "reports/report_runner.h"
-#include "support/school_for_runs.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
 #include <QFile>
