@@ -85,11 +85,6 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
         int style = -1;
         int answer = engine::answer::Ok;
     };
-    const auto write = [](const QString& name, const QByteArray& bytes) {
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    };
     const auto plain_sqlite = [](const QString& name) {
         engine::Workspace ws;
         engine::Database* db = ws.CreateDatabase(name);
@@ -117,10 +112,10 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
         {"nosys.mdb", school_where(QStringLiteral("DELETE FROM Sys_tab")),
          QStringLiteral("The System Table has been deleted, so this database cannot be used. "), QString(),
          engine::mb::Critical},
-        {"empty.mdb", [&](const QString& n) { write(n, QByteArray()); }, reading_sys,
+        {"empty.mdb", [&](const QString&) { folder.write_file("empty.mdb", QString()); }, reading_sys,
          QStringLiteral("The file is empty: it is not a Quillary database.")},
         {"letter.mdb",
-         [&](const QString& n) { write(n, QByteArray("Dear parents, the summer show is on Saturday.\n").repeated(200)); },
+         [&](const QString&) { folder.write_file("letter.mdb", QString("Dear parents, the show is on Saturday.\n").repeated(200)); },
          QStringLiteral("Could not open the database"), QStringLiteral("the file is not a Quillary database, or it is damaged")},
         {"expenses.mdb", plain_sqlite, reading_sys, QStringLiteral("not a Quillary database: it has no system table")},
         {"noqueries.mdb", school_where(QStringLiteral("DELETE FROM Quillary_QueryDefs")), reading_sys,
