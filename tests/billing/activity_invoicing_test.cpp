@@ -120,9 +120,9 @@ TEST_F(ActivityInvoicingTest, WithoutADateTheRunIsRefused)
 {
     Sel_Activities().append(grade_1);
     screen.prepare();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There must be one specified activity date. \nPlease choose one by pressing 'Criteria'."), Ok);
-    EXPECT_FALSE(screen.insert_activities());
+    ScriptedBoxes()
+        .expect(QStringLiteral("There must be one specified activity date. \nPlease choose one by pressing 'Criteria'."), Ok)
+        .during([&] { EXPECT_FALSE(screen.insert_activities()); });
 }
 
 TEST_F(ActivityInvoicingTest, SelectedDeletionOfActivityInvoicesFollowsTheChosenActivities)
@@ -132,9 +132,9 @@ TEST_F(ActivityInvoicingTest, SelectedDeletionOfActivityInvoicesFollowsTheChosen
     ASSERT_TRUE(screen.insert_activities());
     Sel_Activities().append(grade_2);
     screen.prepare();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Do you want to delete invoices for the given activity dates and families?"), Yes);
-    screen.delete_selected_activities();
+    ScriptedBoxes()
+        .expect(QStringLiteral("Do you want to delete invoices for the given activity dates and families?"), Yes)
+        .during([&] { screen.delete_selected_activities(); });
     EXPECT_EQ(screen.status, QStringLiteral("Deletion of (1) selected invoices successful"));
     EXPECT_EQ(school.invoices(), QStringList{QStringLiteral("Brook|Invoice for Spring Exams|0")});
 }

@@ -125,9 +125,8 @@ TEST_F(RunLockTest, AScriptRunRefusesWhileAnotherRunHoldsTheTables)
     ASSERT_TRUE(other.tryLock());
     const QString path = school.write_file(QStringLiteral("s.sql"), QStringLiteral("DELETE * FROM Tmp_Terms;"));
     QString status = QStringLiteral("before");
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Another invoicing or report run is using the database"));
-    EXPECT_FALSE(Global_Run_SQL(path, status));
+    ScriptedBoxes().expect(QStringLiteral("Another invoicing or report run is using the database"))
+        .during([&] { EXPECT_FALSE(Global_Run_SQL(path, status)); });
     EXPECT_EQ(status, QStringLiteral("before"));
 }
 
