@@ -189,7 +189,7 @@ TEST(CriteriaNames, FullDottedNameWinsOverItsLastPart)
 
 // ---------------------------------------------------------------- errors
 
-TEST(CriteriaErrors, UnknownFieldIs3070)
+TEST(CriteriaErrors, AnUnknownFieldIs3070BadSyntax3077ImpossibleText3464AndNothingMatches)
 {
     EXPECT_EQ(parse_error("Surname = \"x\""), 3070);
     EXPECT_EQ(engine::Err().Description,
@@ -197,12 +197,9 @@ TEST(CriteriaErrors, UnknownFieldIs3070)
                              "or expression."));
     EXPECT_EQ(engine::DBEngine_Errors().size(), 1);
     EXPECT_EQ(parse_error("Teacher_Nickname LIKE [*Ann*]"), 3070);
-}
 
-// Syntax is checked before names (3077), and text a number or date field can
-// never be is 3464.
-TEST(CriteriaErrors, BadSyntaxIs3077AndImpossibleTextIs3464)
-{
+    // Syntax is checked before names (3077), and text a number or date field
+    // can never be is 3464.
     for (const char* text : {"Term_id =", "Term_id = 5 AND", "(Term_id = 5", "Term_id = 5)", "Term_id 5", "= 5",
                              "Term_id = #13/45/2026#", "Term_id BETWEEN 1 OR 2", "Term_id IN 1, 2", "", "Notes IS 5",
                              "Term_id == 5", "Term_id NOT = 5", "Surname = "}) {
@@ -211,10 +208,8 @@ TEST(CriteriaErrors, BadSyntaxIs3077AndImpossibleTextIs3464)
     }
     EXPECT_EQ(parse_error("Term_id = \"abc\""), 3464);
     EXPECT_EQ(parse_error("day_off = 'soon'"), 3464);
-}
 
-TEST(CriteriaErrors, UnparsedCriteriaMatchNothing)
-{
+    // Criteria not parsed match nothing.
     Criteria criteria;
     EXPECT_FALSE(criteria.matches(row(QStringLiteral("x"))));
     EXPECT_FALSE(criteria.parse(QStringLiteral("Term_id ="), fields));
