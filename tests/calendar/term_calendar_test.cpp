@@ -56,11 +56,12 @@ protected:
 TEST_F(TermCalendarTest, ARefusedSpanLeavesTheGridEmptyAndTheDatesAsTheyWere)
 {
     type_term(QStringLiteral("Spring"), spring_start, spring_start.addDays(2));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("end date is before start date"), Ok, 0);
-    boxes.expect(QStringLiteral("Sorry, I cannot handle this number of weeks per term!"), Ok, 0);
-    EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(-1)));
-    EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(113)));
+    ScriptedBoxes().expect(QStringLiteral("end date is before start date"), Ok, 0)
+        .expect(QStringLiteral("Sorry, I cannot handle this number of weeks per term!"), Ok, 0)
+        .during([&] {
+            EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(-1)));
+            EXPECT_FALSE(calendar.Fill_Grid(spring_start, spring_start.addDays(113)));
+        });
     EXPECT_EQ(calendar.cell_text(4), QString());
     EXPECT_EQ(calendar.total(4), 0);
     EXPECT_EQ(calendar.first_date(4), spring_start);
@@ -176,13 +177,10 @@ TEST_F(TermCalendarTest, ATermEndingBeforeItStartsIsRefusedAndNothingIsStored)
     calendar.boxes.name = QStringLiteral("Backwards");
     calendar.boxes.start = QStringLiteral("31 Mar 2026");
     calendar.boxes.end = QStringLiteral("01 Jan 2026");
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The end date is before the start date.\n"
-                                    "Please enter an end date on or after the start date."),
-                     Ok, engine::mb::OkOnly);
-        EXPECT_FALSE(calendar.Save_Term());
-    }
+    ScriptedBoxes().expect(QStringLiteral("The end date is before the start date.\n"
+                                          "Please enter an end date on or after the start date."),
+                           Ok, engine::mb::OkOnly)
+        .during([&] { EXPECT_FALSE(calendar.Save_Term()); });
     EXPECT_EQ(school.dump(), before);
     EXPECT_EQ(calendar.boxes.term_id, QString());
     EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
@@ -255,33 +253,26 @@ TEST_F(TermCalendarTest, AGridThatCannotBeFilledNeverOffersToStoreItsEmptyTotals
     EXPECT_GT(school.scalar(QStringLiteral("SELECT sum(Num_Lessons) FROM Number_Lessons WHERE Term_Id = %1").arg(term)).toInt(), 0);
 }
 
-TEST_F(TermCalendarTest, DeletingTheOnlyTermClearsAllHolidays)
-{
-    const int term = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
-    school.set_lessons(term, 2, 12);
-    school.exec(QStringLiteral("INSERT INTO Tmp_CourseCosts (Tmp_Course_id, Tmp_Term_id, Tmp_Cost) VALUES (%1, %2, 10)")
-                    .arg(school.add_course(NewCourse(QStringLiteral("Ballet 1"))))
-                    .arg(term));
-    school.add_holiday(QDate(2025, 12, 25));
-    school.add_holiday(QDate(2026, 2, 16));
-    school.add_holiday(QDate(2026, 8, 31));
-    EXPECT_TRUE(DB_Delete_Term(term));
-    EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
-    EXPECT_EQ(school.count(QStringLiteral("Number_Lessons")), 0);
-    EXPECT_EQ(school.count(QStringLiteral("Tmp_CourseCosts")), 0);
-    EXPECT_EQ(school.count(QStringLiteral("Holidays")), 0);
-}
-
-TEST_F(TermCalendarTest, DeletingTheOldestTermKeepsHolidaysFromTheNewOldestOn)
+// The oldest term goes with the holidays before the new oldest term; the only
+// term left goes with all of them, its lesson counts and its working costs.
+TEST_F(TermCalendarTest, DeletingTheOldestTermKeepsHolidaysFromTheNewOldestOnAndTheOnlyTermClearsThemAll)
 {
     const int autumn = school.add_term(QStringLiteral("Autumn"), QDate(2025, 9, 1), QDate(2025, 12, 19));
-    school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
+    const int spring = school.add_term(QStringLiteral("Spring"), spring_start, spring_end);
+    school.set_lessons(spring, 2, 12);
+    school.exec(QStringLiteral("INSERT INTO Tmp_CourseCosts (Tmp_Course_id, Tmp_Term_id, Tmp_Cost) VALUES (%1, %2, 10)")
+                    .arg(school.add_course(NewCourse(QStringLiteral("Ballet 1"))))
+                    .arg(spring));
     for (QDate day : {QDate(2025, 10, 27), QDate(2026, 1, 1), QDate(2026, 2, 16), QDate(2026, 8, 31)})
         school.add_holiday(day);
     EXPECT_TRUE(DB_Delete_Term(autumn));
     const auto left = school.rows(QStringLiteral("SELECT Day_Off FROM Holidays ORDER BY Day_Off"));
     ASSERT_EQ(left.size(), 3u);
     EXPECT_EQ(left[0]["Day_Off"].toDateTime().date(), QDate(2026, 1, 1));
+
+    EXPECT_TRUE(DB_Delete_Term(spring));
+    for (const char* table : {"Term_Dates", "Number_Lessons", "Tmp_CourseCosts", "Holidays"})
+        EXPECT_EQ(school.count(QLatin1String(table)), 0) << table;
 }
 
 TEST_F(TermCalendarTest, ATermWithInvoicesCannotBeDeleted)
@@ -294,9 +285,9 @@ TEST_F(TermCalendarTest, ATermWithInvoicesCannotBeDeleted)
     const QString before = school.dump();
 
     EXPECT_EQ(DB_Term_Invoice_Count(term), 2);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There are 2 invoices that reference this term.\nSo the term cannot be deleted."), Ok, 0);
-    EXPECT_FALSE(DB_Delete_Term(term));
+    ScriptedBoxes()
+        .expect(QStringLiteral("There are 2 invoices that reference this term.\nSo the term cannot be deleted."), Ok, 0)
+        .during([&] { EXPECT_FALSE(DB_Delete_Term(term)); });
     EXPECT_EQ(school.dump(), before);
 }
 

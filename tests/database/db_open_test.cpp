@@ -66,10 +66,10 @@ TEST_F(DbOpenTest, ASecondDatabaseIsRefusedWhileOneIsOpen)
     const QString first = school(QStringLiteral("first.mdb"));
     const QString second = school(QStringLiteral("second.mdb"));
     ASSERT_TRUE(DB_Open(first));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There is already a database open - ") + first + QStringLiteral("\nCouldn't open ") + second,
-                 engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Open(second));
+    ScriptedBoxes()
+        .expect(QStringLiteral("There is already a database open - ") + first + QStringLiteral("\nCouldn't open ") + second,
+                engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Open(second)); });
     EXPECT_EQ(Current_Db_Name(), first);
 }
 
@@ -192,10 +192,10 @@ TEST_F(DbOpenTest, CompactingIntoAnExistingNameDestroysNothingButTheNewName)
 {
     const QString name = school(QStringLiteral("live.mdb"));
     const QString taken = school(QStringLiteral("taken.mdb"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error compacting database.\nThe new version will be destroyed."), engine::answer::Ok,
-                 engine::mb::Information);
-    EXPECT_FALSE(DB_Compact_Database(name, taken));
+    ScriptedBoxes()
+        .expect(QStringLiteral("Error compacting database.\nThe new version will be destroyed."), engine::answer::Ok,
+                engine::mb::Information)
+        .during([&] { EXPECT_FALSE(DB_Compact_Database(name, taken)); });
     EXPECT_TRUE(QFile::exists(name));
     EXPECT_FALSE(QFile::exists(taken));
 
@@ -226,9 +226,8 @@ TEST_F(DbOpenTest, RepairingKeepsAHealthyFileUsableAndFailsOnWhatIsNoDatabase)
     EXPECT_EQ(Sys_Record().version, code::Current_DB_Version);
 
     const QString letter = folder.write_file(QStringLiteral("letter.mdb"), QString(8192, QLatin1Char('x')));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Could not repair this database."), engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Repair(letter));
+    ScriptedBoxes().expect(QStringLiteral("Could not repair this database."), engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Repair(letter)); });
 }
 
 }  // namespace
