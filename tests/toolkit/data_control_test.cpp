@@ -86,7 +86,7 @@ protected:
     int repositions = 0;
 };
 
-TEST_F(DataControlTest, FillingTheFieldsIsNoChange)
+TEST_F(DataControlTest, FillingTheFieldsIsNoChangeAndEveryMoveFillsThemAgain)
 {
     ASSERT_TRUE(open());
     EXPECT_EQ(name.shown, QStringLiteral("Ada"));
@@ -97,11 +97,8 @@ TEST_F(DataControlTest, FillingTheFieldsIsNoChange)
     control.UpdateControls();
     EXPECT_EQ(name.shown, QStringLiteral("Ada"));
     EXPECT_FALSE(name.DataChanged());
-}
 
-TEST_F(DataControlTest, EveryMoveRefillsTheFieldsAndReportsTheReposition)
-{
-    ASSERT_TRUE(open());
+    // Every move fills the fields again and reports the reposition.
     const int after_open = repositions;
     ASSERT_TRUE(control.MoveNext());
     EXPECT_EQ(name.shown, QStringLiteral("Bea"));
@@ -128,6 +125,14 @@ TEST_F(DataControlTest, AnEditWritesOnlyTheFieldsTheUserChanged)
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_Style FROM Dancers WHERE Dancer_Name = 'Ada'")).toString(),
               QStringLiteral("Modern"));
     EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Dancer_Notes FROM Dancers WHERE Dancer_Name = 'Ada'")).isNull());
+
+    // A failed update leaves the edit in progress, with the engine's number.
+    name.type(QStringLiteral("Bea"));
+    ASSERT_TRUE(control.Edit());
+    EXPECT_FALSE(control.Update());
+    EXPECT_EQ(engine::Err().Number, engine::jet::DuplicateKey);
+    EXPECT_EQ(control.EditMode(), engine::editmode::InProgress);
+    control.CancelUpdate();
 }
 
 TEST_F(DataControlTest, AnAdditionWritesWhatEveryFieldShowsAndBlankIsNull)
@@ -141,17 +146,6 @@ TEST_F(DataControlTest, AnAdditionWritesWhatEveryFieldShowsAndBlankIsNull)
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_Notes FROM Dancers WHERE Dancer_Name = 'Cy'")).toString(),
               QStringLiteral("kept from before"));
     EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Dancer_Style FROM Dancers WHERE Dancer_Name = 'Cy'")).isNull());
-}
-
-TEST_F(DataControlTest, AFailedUpdateLeavesTheEditInProgressWithTheEnginesNumber)
-{
-    ASSERT_TRUE(open());
-    name.type(QStringLiteral("Bea"));
-    ASSERT_TRUE(control.Edit());
-    EXPECT_FALSE(control.Update());
-    EXPECT_EQ(engine::Err().Number, engine::jet::DuplicateKey);
-    EXPECT_EQ(control.EditMode(), engine::editmode::InProgress);
-    control.CancelUpdate();
 }
 
 TEST_F(DataControlTest, AReadOnlyFieldIsShownButNeverWritten)

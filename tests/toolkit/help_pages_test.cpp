@@ -3,9 +3,9 @@
 #include "shell/install_folder.h"
 #include "toolkit/help_pages.h"
 
+#include "support/test_folder.h"
+
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -15,21 +15,19 @@ class HelpPages : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        set_install_folder_for_tests(folder.path());
+        set_install_folder_for_tests(folder.file(QString()));
         help::help_is_open() = false;
     }
     void TearDown() override { set_install_folder_for_tests(QString()); }
 
     void install_manual(const QStringList& pages)
     {
-        QDir(folder.path()).mkdir(QStringLiteral("manual"));
-        for (const QString& page : pages) {
-            QFile file(folder.filePath(QStringLiteral("manual/") + page));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        }
+        QDir().mkpath(folder.file(QStringLiteral("manual")));
+        for (const QString& page : pages)
+            folder.write_file(QStringLiteral("manual/") + page, QString());
     }
 
-    QTemporaryDir folder;
+    testing_support::TestFolder folder;
 };
 
 TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
@@ -60,7 +58,7 @@ TEST_F(HelpPages, WhatIsMissingIsNamedSoThatTheUserCanBeToldWhere)
         const help::Request request = help::resolve(command, help::context::Teachers);
         EXPECT_FALSE(request.act) << command;
         EXPECT_EQ(request.missing, help::Missing::Manual) << command;
-        EXPECT_EQ(request.missing_path, QDir(folder.path()).filePath(QStringLiteral("manual")));
+        EXPECT_EQ(request.missing_path, folder.file(QStringLiteral("manual")));
         EXPECT_TRUE(help::missing_words(request).startsWith(QStringLiteral("The help pages cannot be found.")));
         EXPECT_TRUE(help::missing_words(request).contains(QDir::toNativeSeparators(request.missing_path)));
     }

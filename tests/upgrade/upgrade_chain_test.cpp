@@ -123,11 +123,8 @@ TEST_F(UpgradeTest, VersionZeroIsRefusedAndTheFileStaysAsItWas)
 {
     const QString path = old_file(0);
     const QByteArray before = digest_of(path);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Could not upgrade the database"), engine::answer::Ok, engine::mb::Critical);
-        EXPECT_FALSE(upgrade(path));
-    }
+    ScriptedBoxes().expect(QStringLiteral("Could not upgrade the database"), engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(upgrade(path)); });
     EXPECT_TRUE(steps_run().isEmpty());
     EXPECT_TRUE(folder.log_text().contains(QStringLiteral("DB_Upgrade_Database")));
     EXPECT_EQ(digest_of(path), before);
@@ -197,12 +194,9 @@ TEST_F(UpgradeTest, AFailedStepLeavesTheLastFinishedVersionAndTheNextOpenAsksAga
 {
     // A file without Results_Uniq can't have it dropped by the step 7 to 8.
     const QString path = old_file(5, QStringLiteral("DROP INDEX Results_Uniq"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(old_version_question, engine::answer::Yes);
-        boxes.expect(QStringLiteral("Could not upgrade the database from 7 to 8"), engine::answer::Ok, engine::mb::OkOnly);
-        EXPECT_FALSE(DB_Open(path));
-    }
+    ScriptedBoxes().expect(old_version_question, engine::answer::Yes)
+        .expect(QStringLiteral("Could not upgrade the database from 7 to 8"), engine::answer::Ok, engine::mb::OkOnly)
+        .during([&] { EXPECT_FALSE(DB_Open(path)); });
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_EQ(steps_run(), (QStringList{"5 to 6", "6 to 7"}));
     EXPECT_TRUE(folder.log_text().contains(QStringLiteral("Results Uniquein DB_Upgrade_7_to_8")));
@@ -211,9 +205,8 @@ TEST_F(UpgradeTest, AFailedStepLeavesTheLastFinishedVersionAndTheNextOpenAsksAga
     EXPECT_FALSE(columns(path, "Exams").contains(QStringLiteral("Exam_Faculty")));
     EXPECT_TRUE(values_in(path, "SELECT name FROM sqlite_master WHERE name = 'Teachers'").isEmpty());
 
-    ScriptedBoxes boxes;
-    boxes.expect(old_version_question, engine::answer::No);
-    EXPECT_FALSE(DB_Open(path));
+    ScriptedBoxes().expect(old_version_question, engine::answer::No)
+        .during([&] { EXPECT_FALSE(DB_Open(path)); });
 }
 
 // The failed step goes back whole, its label on the log ("in" after a blank
