@@ -6,7 +6,6 @@
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
@@ -189,24 +188,32 @@ TEST_F(TermDatesScreen, UpdateStoresTheTermAndItsLessonCountsAsShown)
     EXPECT_FALSE(screen && screen->isVisible());
 }
 
-TEST_F(TermDatesScreen, AddNewLeavesNoTermNamedInTheListOverTheBlankScreen)
+// Clear names the boxes of a stored term that were changed; Clear and Add New
+// leave no term named in the list over the blank screen.
+TEST_F(TermDatesScreen, ClearNamesTheChangedBoxesAndClearAndAddNewLeaveNoTermNamed)
 {
     stored_term(QStringLiteral("January"), january_start, january_end);
     open();
+    retype(screen->txt_Term_Name, QStringLiteral("Jan"));
+    retype(screen->txt_End_Date, QStringLiteral("30 Jan 2026"));
+    tab_out(screen->txt_End_Date);
+    ScriptedBoxes()
+        .expect(QStringLiteral(" The name has changed. The End Date has changed.There are unsaved changes."), No, 36)
+        .during([&] { screen->mnu_Clear->trigger(); settle(); });
+    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
+    EXPECT_EQ(screen->txt_Term_Name->text(), QString());
+    EXPECT_EQ(screen->txt_Term_id->text(), QString());
+    EXPECT_EQ(screen->txg_Element[0]->text(), QString());
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("January"));
+
+    screen->cmb_Name->setCurrentIndex(0);
+    settle();
     ASSERT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
     click(screen->cmd_Add);
     EXPECT_EQ(screen->txt_Term_Name->text(), QString());
     EXPECT_EQ(screen->cmb_Name->currentIndex(), -1);
     EXPECT_EQ(screen->cmb_Name->currentText(), QString());
     EXPECT_EQ(screen->cmb_Name->count(), 1);  // the terms are still there to choose from
-
-    // Clear from the menu blanks the list's choice as well.
-    screen->cmb_Name->setCurrentIndex(0);
-    settle();
-    ASSERT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
-    screen->mnu_Clear->trigger();
-    settle();
-    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
 }
 
 TEST_F(TermDatesScreen, ChangingATermWithInvoicesRemindsToReRunTheInvoicing)
@@ -251,22 +258,6 @@ TEST_F(TermDatesScreen, AClickedHolidayIsCountedOffAndIfLeftUnsavedIsWarnedAbout
         .during([&] { open(); });
     EXPECT_EQ(field_colour(screen->txt_Total[5]), red);
     EXPECT_EQ(screen->txt_Total[5]->text(), QStringLiteral("3"));
-}
-
-TEST_F(TermDatesScreen, ChangedBoxesOfAStoredTermAreNamedWhenClearing)
-{
-    stored_term(QStringLiteral("January"), january_start, january_end);
-    open();
-    retype(screen->txt_Term_Name, QStringLiteral("Jan"));
-    retype(screen->txt_End_Date, QStringLiteral("30 Jan 2026"));
-    tab_out(screen->txt_End_Date);
-    ScriptedBoxes()
-        .expect(QStringLiteral(" The name has changed. The End Date has changed.There are unsaved changes."), No, 36)
-        .during([&] { screen->mnu_Clear->trigger(); settle(); });
-    EXPECT_EQ(screen->txt_Term_Name->text(), QString());
-    EXPECT_EQ(screen->txt_Term_id->text(), QString());
-    EXPECT_EQ(screen->txg_Element[0]->text(), QString());
-    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("January"));
 }
 
 TEST_F(TermDatesScreen, TheCloseBoxAsksAboutANewTermAsExitDoes)

@@ -9,7 +9,6 @@
 #include "engine/msg_box.h"
 #include "engine/vb_values.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "support/stored_values.h"
 #include "ui/toolkit/screen_kit.h"
@@ -124,7 +123,7 @@ TEST_F(InvoiceLinesScreen, ANewInvoiceSavedGoesStraightOnToItsFirstLine)
     EXPECT_EQ(stored_lines(), QStringList{QStringLiteral("%1|%2||25").arg(invoice).arg(amy)});
 }
 
-TEST_F(InvoiceLinesScreen, ASecondInvoiceWithTheSameReasonAndTermGetsTheDuplicateBoxAndTheScreenStays)
+TEST_F(InvoiceLinesScreen, ANewInvoiceWithAReasonUsedForTheTermGetsTheDuplicateBoxAndNoLineCanBeStarted)
 {
     school.add_invoice(family, QStringLiteral("Extra lessons"), spring);
     open_at(0, -1);
@@ -142,21 +141,22 @@ TEST_F(InvoiceLinesScreen, ASecondInvoiceWithTheSameReasonAndTermGetsTheDuplicat
     EXPECT_EQ(screen->txt_Reason->text(), QStringLiteral("Extra lessons"));
     EXPECT_EQ(chosen(screen->lst_Terms), QStringLiteral("Spring 2026"));
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Invoice"));
-}
 
-TEST_F(InvoiceLinesScreen, ALineCannotBeStartedOnANewInvoiceNotYetSaved)
-{
-    open_at(0, -1);
+    // A line cannot be started on an invoice not yet saved.
     ScriptedBoxes().expect(QStringLiteral("There are already changes to the Invoice in progress"), Ok, 0).during([&] {
         click(screen->cmd_Add_Line);
     });
     EXPECT_EQ(line_state(), white);
     EXPECT_EQ(invoice_state(), pale_blue);
-    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Adding a new Invoice"));
 }
 
-TEST_F(InvoiceLinesScreen, AnInvoiceChangeWhileALineIsInProgressIsRefusedAndUndone)
+// An invoice change while a line is in progress is refused and undone; Exit
+// then asks, and No goes back to the invoices.
+TEST_F(InvoiceLinesScreen, AnInvoiceChangeWhileALineIsInProgressIsRefusedAndExitAsks)
 {
+    QWidget invoices;
+    invoices.setObjectName(QStringLiteral("frm_Invoices"));
+    Glob_Return_Form() = &invoices;
     const int invoice = school.add_invoice(family, QStringLiteral("Spring fees"), spring);
     const int line = school.add_line(invoice, {{"Amount", 120},
                                                {"Inv_Line_Pupil_id", amy},
@@ -187,6 +187,17 @@ TEST_F(InvoiceLinesScreen, AnInvoiceChangeWhileALineIsInProgressIsRefusedAndUndo
     EXPECT_EQ(invoice_state(), white);
     EXPECT_EQ(line_state(), pale_blue);
     EXPECT_EQ(screen->txt_Amount->text(), QStringLiteral("100"));
+
+    retype(screen->txt_Amount, QStringLiteral("12"));  // and straight to Exit: leaving the box counts the change
+    ScriptedBoxes()
+        .expect(QStringLiteral("You have made changes that have not been stored in the database.\n"
+                               "Do you wish to save the changes?"),
+                No, 36)
+        .during([&] { screen->mnu_Exit->trigger(); settle(); });
+    EXPECT_TRUE(screen.isNull());
+    EXPECT_TRUE(invoices.isVisible());
+    EXPECT_EQ(stored_lines(), QStringList{QStringLiteral("%1|%2|Amy's lessons|120").arg(invoice).arg(amy)});
+    invoices.hide();
 }
 
 TEST_F(InvoiceLinesScreen, OpenedForANewLineItStoresTheLineAsTyped)
@@ -226,29 +237,6 @@ TEST_F(InvoiceLinesScreen, ACourseThenAnActivityBringsTheBoxAndTheCourseIsLetGo)
         .during([&] { choose(screen->lst_Activities, screen->lst_Activities->item(1)->text()); });
     EXPECT_EQ(chosen(screen->lst_Courses), QString());
     EXPECT_TRUE(chosen(screen->lst_Activities).startsWith(QStringLiteral("Grade 1 Exam on ")));
-}
-
-TEST_F(InvoiceLinesScreen, ExitWithALineInProgressAsksAndNoGoesBackToTheInvoices)
-{
-    QWidget invoices;
-    invoices.setObjectName(QStringLiteral("frm_Invoices"));
-    Glob_Return_Form() = &invoices;
-    const int invoice = school.add_invoice(family, QStringLiteral("Spring fees"), spring);
-    const int line = school.add_line(invoice, 40);
-    open_at(invoice, line);
-    retype(screen->txt_Amount, QStringLiteral("12"));  // and straight to Exit: leaving the box counts the change
-
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("You have made changes that have not been stored in the database.\n"
-                                "Do you wish to save the changes?"),
-                 No, 36);
-    screen->mnu_Exit->trigger();
-    settle();
-    EXPECT_TRUE(boxes.all_shown());
-    EXPECT_TRUE(screen.isNull());
-    EXPECT_TRUE(invoices.isVisible());
-    EXPECT_EQ(stored_lines(), QStringList{QStringLiteral("%1|||40").arg(invoice)});
-    invoices.hide();
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "shell/install_folder.h"
 #include "shell/selection_lists.h"
 #include "shell/settings.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
 #include "ui/shell/frm_about.h"
@@ -191,7 +190,7 @@ TEST_F(MainMenu, TheWindowsCloseBoxEndsWithoutAsking)
     EXPECT_EQ(Current_Db(), nullptr);
 }
 
-TEST_F(MainMenu, AboutOpensAndGoesBack)
+TEST_F(MainMenu, AboutAndTheLogViewerOpenAndGoBackAndTheViewerShowsTheEndOfTheLog)
 {
     bring_to_front(menu);
     menu->mnu_About->trigger();
@@ -202,14 +201,11 @@ TEST_F(MainMenu, AboutOpensAndGoesBack)
     about->mnu_exit->trigger();
     settle();
     EXPECT_TRUE(menu->isVisible());
-}
 
-TEST_F(MainMenu, TheLogViewerShowsTheEndOfTheLog)
-{
-    QString entries;
+    QString log;
     for (int i = 1; i <= 200; ++i)
-        entries += QStringLiteral("2026-01-01 10:00:00 -- globals    : entry %1 .\n").arg(i);
-    school.write_file(QStringLiteral("quillary.log"), entries);
+        log += QStringLiteral("2026-01-01 10:00:00 -- globals    : entry %1 .\n").arg(i);
+    school.write_file(QStringLiteral("quillary.log"), log);
     bring_to_front(menu);
     menu->mnu_View_Auditlog->trigger();
     settle();

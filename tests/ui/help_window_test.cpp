@@ -7,7 +7,6 @@
 #include "engine/msg_box.h"
 #include "screen_driver.h"
 #include "shell/install_folder.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
 #include "ui/people/frm_teachers.h"

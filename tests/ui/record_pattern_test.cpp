@@ -9,7 +9,6 @@
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/new_course_and_activity.h"
 #include "support/scripted_boxes.h"
 #include "ui/toolkit/screen_kit.h"
@@ -121,17 +120,14 @@ protected:
 using PatternScreens = ::testing::Types<Teachers, Families, Courses>;
 TYPED_TEST_SUITE(RecordPattern, PatternScreens);
 
-TYPED_TEST(RecordPattern, AnEmptyTableOpensReadyToAddTheFirstRecord)
+TYPED_TEST(RecordPattern, AnEmptyTableOpensReadyToAddAndTypingWithoutAddNewIsRefusedAndUndone)
 {
     this->open_empty();
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::Add);
     EXPECT_EQ(this->status(), QStringLiteral("Adding a new ") + QString::fromLatin1(TypeParam::noun));
     EXPECT_EQ(QApplication::focusWidget(), TypeParam::first_field(this->screen));
-}
 
-TYPED_TEST(RecordPattern, TypingOnAnEmptyTableWithoutAddNewIsRefusedAndUndone)
-{
-    this->open_empty();
+    // Typing once the addition is cancelled is refused and undone.
     click(this->screen->cmd_Cancel);
     EXPECT_EQ(this->status(), QStringLiteral("Addition cancelled"));
     ScriptedBoxes().expect(QStringLiteral("There is no record to edit. \nChoose a %1 to edit, or press Add New")
@@ -143,7 +139,7 @@ TYPED_TEST(RecordPattern, TypingOnAnEmptyTableWithoutAddNewIsRefusedAndUndone)
     EXPECT_EQ(this->stored_count(), 0);
 }
 
-TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndSayWhenThereAreNoMore)
+TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndANoToDeletingKeepsOne)
 {
     this->open_with_two();
     EXPECT_EQ(this->screen->cmb_Names->count(), 2);
@@ -157,6 +153,14 @@ TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndSayWhenTh
     EXPECT_EQ(this->status(), QString());
     click(this->screen->cmd_Prev);
     EXPECT_EQ(this->status(), QStringLiteral("There are no more records"));
+    EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
+
+    // A No to the deletion question keeps the record.
+    ScriptedBoxes()
+        .expect(QStringLiteral("Do you really want to delete Ada"), No, engine::mb::YesNo | engine::mb::Question)
+        .during([&] { click(this->screen->cmd_Delete); });
+    EXPECT_EQ(this->status(), QStringLiteral("Deletion cancelled"));
+    EXPECT_EQ(this->stored_count(), 2);
     EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
 
     this->screen->cmb_Names->setFocus();
@@ -182,7 +186,7 @@ TYPED_TEST(RecordPattern, LeavingAChangedFieldStartsAnEditInLightBlueAndUpdateSt
     EXPECT_EQ(this->stored_field().toString(), QStringLiteral("Ward"));
 }
 
-TYPED_TEST(RecordPattern, MovingAddingAndDeletingAreRefusedWhileChangesAreOutstanding)
+TYPED_TEST(RecordPattern, WhileChangesAreOutstandingMovingAddingAndDeletingAreRefusedAndCancelPutsBackTheRecord)
 {
     this->open_with_two();
     this->change_field();
@@ -203,12 +207,8 @@ TYPED_TEST(RecordPattern, MovingAddingAndDeletingAreRefusedWhileChangesAreOutsta
     EXPECT_EQ(this->field()->text(), QStringLiteral("Ward"));
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
     EXPECT_EQ(this->stored_count(), 2);
-}
 
-TYPED_TEST(RecordPattern, CancelPutsBackWhatTheRecordHoldsAndNothingChangedIsNothingToDo)
-{
-    this->open_with_two();
-    this->change_field();
+    // Cancel puts back what the record holds; then nothing changed is nothing to do.
     click(this->screen->cmd_Cancel);
     EXPECT_EQ(this->status(), QStringLiteral("Change cancelled"));
     EXPECT_EQ(this->field()->text(), QString());
@@ -278,17 +278,6 @@ TYPED_TEST(RecordPattern, ADuplicateIsRefusedWithTheScreensWordsAndTheEditGoesOn
     click(this->screen->cmd_Update);
     EXPECT_EQ(this->status(), QStringLiteral("Beatrix updated successfully"));
     EXPECT_EQ(this->screen->cmb_Names->currentText(), QStringLiteral("Beatrix"));
-}
-
-TYPED_TEST(RecordPattern, ANoToTheDeletionQuestionKeepsTheRecord)
-{
-    this->open_with_two();
-    ScriptedBoxes()
-        .expect(QStringLiteral("Do you really want to delete Ada"), No, engine::mb::YesNo | engine::mb::Question)
-        .during([&] { click(this->screen->cmd_Delete); });
-    EXPECT_EQ(this->status(), QStringLiteral("Deletion cancelled"));
-    EXPECT_EQ(this->stored_count(), 2);
-    EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
 }
 
 // Exit and the window's close box ask about a change still in its field: Yes
