@@ -193,7 +193,7 @@ protected:
     const QDate show_day{2026, 6, 20};
 };
 
-TEST_F(InvoiceEntryStore, ANewInvoiceIsFoundAgainByItsTermItsDateOrNeither)
+TEST_F(InvoiceEntryStore, ANewInvoiceIsFoundAgainByItsTermItsDateOrNeitherAndAChangeKeepsItsId)
 {
     school.title_date(show_day, QStringLiteral("Summer Show"));
     struct Case {
@@ -229,6 +229,20 @@ TEST_F(InvoiceEntryStore, ANewInvoiceIsFoundAgainByItsTermItsDateOrNeither)
     EXPECT_EQ(DB_Insert_Manual_Invoice(header(QStringLiteral("for a reason alone"), std::nullopt, std::nullopt)).outcome,
               SaveOutcome::Saved);
     EXPECT_EQ(school.count(QStringLiteral("Invoices")), 4);
+
+    // A run's invoice changed by hand keeps its id, takes the new header and is manual.
+    const int invoice = school.add_invoice(family, QStringLiteral("Spring fees"), term);
+    const InvoiceSave saved = DB_Update_Manual_Invoice(invoice, header(QStringLiteral("Spring fees, late"), std::nullopt, std::nullopt));
+    EXPECT_EQ(saved.outcome, SaveOutcome::Saved);
+    EXPECT_EQ(saved.status, QStringLiteral("Invoice updated successfully"));
+    InvoiceRecord stored;
+    bool found = false;
+    ASSERT_TRUE(DB_Read_Invoice(invoice, stored, found));
+    EXPECT_EQ(stored.reason, QStringLiteral("Spring fees, late"));
+    EXPECT_EQ(stored.term_id, std::nullopt);
+    EXPECT_EQ(stored.generated, code::invoice_generated::Manual);
+    ASSERT_TRUE(DB_Read_Invoice(invoice + 100, stored, found));
+    EXPECT_FALSE(found);
 }
 
 TEST_F(InvoiceEntryStore, ASecondInvoiceWithOneReasonForATermOrDateIsADuplicateAndLeavesNothing)
@@ -258,25 +272,6 @@ TEST_F(InvoiceEntryStore, ASecondInvoiceWithOneReasonForATermOrDateIsADuplicateA
         EXPECT_EQ(school.dump(), with_other);
         school.exec(QStringLiteral("DELETE FROM Invoices WHERE Invoice_id IN (%1, %2)").arg(first).arg(other));
     }
-}
-
-TEST_F(InvoiceEntryStore, AnInvoiceChangedKeepsItsIdAndTakesTheNewHeader)
-{
-    const int invoice = school.add_invoice(family, QStringLiteral("Spring fees"), term);
-    InvoiceHeader changed = header(QStringLiteral("Spring fees, late"), std::nullopt, std::nullopt);
-    changed.notes = QString();
-    const InvoiceSave saved = DB_Update_Manual_Invoice(invoice, changed);
-    EXPECT_EQ(saved.outcome, SaveOutcome::Saved);
-    EXPECT_EQ(saved.status, QStringLiteral("Invoice updated successfully"));
-    InvoiceRecord stored;
-    bool found = false;
-    ASSERT_TRUE(DB_Read_Invoice(invoice, stored, found));
-    EXPECT_EQ(stored.reason, QStringLiteral("Spring fees, late"));
-    EXPECT_EQ(stored.term_id, std::nullopt);
-    EXPECT_EQ(stored.generated, code::invoice_generated::Manual);
-
-    ASSERT_TRUE(DB_Read_Invoice(invoice + 100, stored, found));
-    EXPECT_FALSE(found);
 }
 
 TEST_F(InvoiceEntryStore, ADiscountLineIsStoredToTheLastDecimalAndWrittenAgain)

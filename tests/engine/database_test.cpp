@@ -241,7 +241,7 @@ TEST_F(EngineTest, AQueryReachesTheQueriesItNames)
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT count(*) FROM Qry_Family_Totals")).toInt(), 2);
 }
 
-TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredAndFailsWhenRun)
+TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredInTheFileAndFailsWhenRun)
 {
     ASSERT_TRUE(db().CreateQueryDef(QStringLiteral("Qry_Broken"), QStringLiteral("UPDATE Families SET No_Such_Column = 1")));
     EXPECT_FALSE(db().CreateQueryDef(QStringLiteral("QRY_BROKEN"), QStringLiteral("SELECT 1")));
@@ -252,10 +252,8 @@ TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredAndFailsWhenRun)
     EXPECT_EQ(Err().Number, engine::jet::TooFewParameters);
     ASSERT_TRUE(db().DeleteQueryDef(QStringLiteral("Qry_Broken")));
     EXPECT_FALSE(db().QueryDef_names().contains(QStringLiteral("Qry_Broken")));
-}
 
-TEST_F(EngineTest, StoredQueriesLiveInTheFile)
-{
+    // Stored queries live in the file, their table out of sight.
     ASSERT_TRUE(db().CreateQueryDef(QStringLiteral("Qry_Count"), QStringLiteral("SELECT count(*) AS n FROM Families")));
     engine::Workspace other;
     engine::Database* again = other.OpenDatabase(t.path());
