@@ -29,7 +29,7 @@ Walk walk(QDate start, QDate end, const QSet<QDate>& holidays = {})
     return result;
 }
 
-TEST(TermGridTest, ASundayToSaturdayWeekHasOneLessonADayFirstEqualToLast)
+TEST(TermGridTest, EachWeekdayHasItsLessonsAndFirstAndLastDatesOrTheZeroDate)
 {
     const Walk week = walk(sunday, saturday);
     for (int day = 0; day < term_grid::Days; ++day) {
@@ -39,10 +39,8 @@ TEST(TermGridTest, ASundayToSaturdayWeekHasOneLessonADayFirstEqualToLast)
         EXPECT_EQ(week.grid.cells[day].date, sunday.addDays(day));
     }
     EXPECT_EQ(week.filled_cells(), 7);
-}
 
-TEST(TermGridTest, AThreeDayTermLeavesTheAbsentWeekdaysWithTheZeroDateAndFirstDatesBeyondTheEnd)
-{
+    // A three-day term leaves the absent weekdays with the zero date and first dates beyond the end.
     const QDate wednesday(2026, 1, 7);
     const QDate friday(2026, 1, 9);
     const Walk term = walk(wednesday, friday);

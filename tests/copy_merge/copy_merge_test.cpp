@@ -112,7 +112,7 @@ TEST_F(CopyMergeTest, TheAllDataCopyHoldsEveryTableOfTheSchool)
     EXPECT_EQ(school_tables(copy), school_tables(school.path()));
 }
 
-TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndDeletesTheNewFile)
+TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndLeavesNoNewFile)
 {
     const QString made = testing_support::copy_of_new_database(school.file(QStringLiteral("new.qdb")), false);
     change_in(made, QStringLiteral("INSERT INTO Families (Family_id, Family_Name) VALUES (%1, 'Already here')").arg(smiths));
@@ -122,10 +122,8 @@ TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndDeletesTheNewFile)
     EXPECT_FALSE(QFile::exists(made));
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_TRUE(school.log_text().contains(QStringLiteral("DB_Copy_DB_Pupils_and_Courses  SQL is :-INSERT INTO")));
-}
 
-TEST_F(CopyMergeTest, ACopyIntoAFileThatIsntThereIsRefusedWithoutMakingIt)
-{
+    // A copy into a file that isn't there is refused without making it.
     const QString missing = school.file(QStringLiteral("missing.qdb"));
     ScriptedBoxes().expect(QStringLiteral("Unexpected error copying database table"))
         .during([&] { EXPECT_FALSE(DB_Copy_DB_For_NewTerm(school.path(), missing, false)); });

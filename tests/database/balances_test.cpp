@@ -68,7 +68,7 @@ TEST_F(Balances, EachListHoldsTheInvoicesOrFamiliesItShould)
         EXPECT_EQ(ids(school.rows(c.query, c.params), c.column), c.listed) << c.query;
 }
 
-TEST_F(Balances, TheListsAndTotalsShowWhatIsOwedAndPaid)
+TEST_F(Balances, TheListsAndTotalsShowWhatIsOwedAndPaidAndLoneInvoicesGo)
 {
     for (const auto& row : school.rows("Qry_Select_Unpaid_Invoices")) {
         if (row["Invoice_id"].toInt() == part_paid) {
@@ -93,10 +93,8 @@ TEST_F(Balances, TheListsAndTotalsShowWhatIsOwedAndPaid)
     EXPECT_EQ(money_text(owed_total[0]["Owes"]), "90.3");
     const Rows invoice_total = school.rows("Qry_Select_Invoice_Amount", {{"par_Invoice_id", paid}});
     EXPECT_EQ(money_text(invoice_total[0]["total"]), "0.3");
-}
 
-TEST_F(Balances, OnlyInvoicesWithNeitherLineNorReceiptAreDeletedAsLone)
-{
+    // Only invoices with neither line nor receipt are deleted as lone.
     const int lone = school.add_invoice(smiths, "Nothing yet");
     const int receipt_only = school.add_invoice(smiths, "Deposit");
     school.add_receipt(receipt_only, 5);

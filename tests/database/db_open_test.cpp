@@ -47,7 +47,7 @@ protected:
     testing_support::TestFolder folder{testing_support::TestFolder::StartingSettings::ProgramDefaults};
 };
 
-TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
+TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrentAndASecondIsRefusedWhileItIsOpen)
 {
     const QString name = school(QStringLiteral("school.mdb"));
     ASSERT_TRUE(DB_Open(name));
@@ -59,18 +59,15 @@ TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
     DB_Close_All();
     EXPECT_TRUE(Current_Db_Name().isEmpty());
     EXPECT_EQ(Current_Db(), nullptr);
-}
 
-TEST_F(DbOpenTest, ASecondDatabaseIsRefusedWhileOneIsOpen)
-{
-    const QString first = school(QStringLiteral("first.mdb"));
+    // A second database is refused while one is open.
     const QString second = school(QStringLiteral("second.mdb"));
-    ASSERT_TRUE(DB_Open(first));
+    ASSERT_TRUE(DB_Open(name));
     ScriptedBoxes()
-        .expect(QStringLiteral("There is already a database open - ") + first + QStringLiteral("\nCouldn't open ") + second,
+        .expect(QStringLiteral("There is already a database open - ") + name + QStringLiteral("\nCouldn't open ") + second,
                 engine::answer::Ok, engine::mb::Critical)
         .during([&] { EXPECT_FALSE(DB_Open(second)); });
-    EXPECT_EQ(Current_Db_Name(), first);
+    EXPECT_EQ(Current_Db_Name(), name);
 }
 
 // Files that can't be used as they are: each is refused with words that say
@@ -143,14 +140,30 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
     }
 }
 
-TEST_F(DbOpenTest, SettingsKeepingLocationsInTheDatabaseMeetADatabaseWithout)
+// A database keeping the locations overrides the settings, in memory; settings
+// keeping them in the database meet a database without.
+TEST_F(DbOpenTest, TheLocationsOfTheSettingsAndOfTheDatabaseAreReconciledInMemory)
 {
-    const QString name = school(QStringLiteral("style2.mdb"));
-    Settings().file_locations = 1;
+    const QString keeping = school(QStringLiteral("style1.mdb"),
+                                   QStringLiteral("UPDATE Sys_tab SET s_Style_Type = 1, s_Filename_InvTerm = '/db/InTerms.sql',"
+                                                  " s_Filename_InvAct = '/db/InActDts.sql', s_Filename_CrsCost = '',"
+                                                  " s_Filename_zrepfmt = '/db/zrepfmt.lst'"));
+    Settings().file_locations = 2;
     ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("This database is out of sync with the registry. "), engine::answer::Ok, engine::mb::OkOnly);
+    ASSERT_TRUE(DB_Open(keeping));
+    EXPECT_EQ(Settings().file_locations, 1);
+    EXPECT_EQ(Settings().term_script, QStringLiteral("/db/InTerms.sql"));
+    EXPECT_EQ(Settings().activity_script, QStringLiteral("/db/InActDts.sql"));
+    EXPECT_EQ(Settings().report_list, QStringLiteral("/db/zrepfmt.lst"));
+    // An empty name in the database leaves the setting as it was.
+    EXPECT_EQ(Settings().cost_script, QStringLiteral("/settings/CrsCosts.sql"));
+    DB_Close_All();
+
+    const QString without = school(QStringLiteral("style2.mdb"));
     boxes.expect(QStringLiteral("This database is out of sync with the registry. \nYou should check the values in Change Defaults."),
                  engine::answer::Ok, engine::mb::OkOnly);
-    ASSERT_TRUE(DB_Open(name));
+    ASSERT_TRUE(DB_Open(without));
     EXPECT_EQ(Settings().file_locations, 1);
     EXPECT_EQ(Settings().term_script, QStringLiteral("/school/scripts/InTerms.sql"));
     EXPECT_EQ(Settings().activity_script, QStringLiteral("/school/scripts/InActDts.sql"));
@@ -158,24 +171,6 @@ TEST_F(DbOpenTest, SettingsKeepingLocationsInTheDatabaseMeetADatabaseWithout)
     EXPECT_EQ(Settings().report_list, QStringLiteral("/school/repfmts/zrepfmt.lst"));
     // The settings store itself isn't written.
     EXPECT_TRUE(engine::settings_store().section_is_empty(QStringLiteral("Startup")));
-}
-
-TEST_F(DbOpenTest, ADatabaseKeepingLocationsOverridesTheSettingsInMemory)
-{
-    const QString name = school(QStringLiteral("style1.mdb"),
-                                QStringLiteral("UPDATE Sys_tab SET s_Style_Type = 1, s_Filename_InvTerm = '/db/InTerms.sql',"
-                                               " s_Filename_InvAct = '/db/InActDts.sql', s_Filename_CrsCost = '',"
-                                               " s_Filename_zrepfmt = '/db/zrepfmt.lst'"));
-    Settings().file_locations = 2;
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This database is out of sync with the registry. "), engine::answer::Ok, engine::mb::OkOnly);
-    ASSERT_TRUE(DB_Open(name));
-    EXPECT_EQ(Settings().file_locations, 1);
-    EXPECT_EQ(Settings().term_script, QStringLiteral("/db/InTerms.sql"));
-    EXPECT_EQ(Settings().activity_script, QStringLiteral("/db/InActDts.sql"));
-    EXPECT_EQ(Settings().report_list, QStringLiteral("/db/zrepfmt.lst"));
-    // An empty name in the database leaves the setting as it was.
-    EXPECT_EQ(Settings().cost_script, QStringLiteral("/settings/CrsCosts.sql"));
 }
 
 TEST_F(DbOpenTest, DeletingADatabaseRemovesItsSideFiles)

@@ -115,10 +115,8 @@ TEST_F(AuditLogPagingTest, UpAndDownShowTheLineCutByTheBoundaryWholeOnBothPages)
     EXPECT_EQ(pager.current_block(), 2);
     EXPECT_TRUE(pager.text_to_show().startsWith(whole(cut_line) + whole(cut_line + 1)));
     EXPECT_FALSE(pager.down_enabled());
-}
 
-TEST_F(AuditLogPagingTest, PreviousNeverGoesBelowTheFirstBlock)
-{
+    // Previous never goes below the first block.
     ASSERT_TRUE(pager.Get_Page(AuditLogPager::First));
     ASSERT_TRUE(pager.Get_Page(AuditLogPager::Previous));
 

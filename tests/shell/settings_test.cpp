@@ -222,17 +222,11 @@ TEST(CourseOrderQuery, NamesAndNumbersConvertAndAnInvalidCallIsReportedAsQueryOn
     };
     const QString location = QStringLiteral(" Qry_Order_Courses_Location ");
     const QList<Case> cases = {
-        {QString(), 2, "Qry_Order_Courses_Day", 2, false},
-        {QString(), 3, "Qry_Order_Courses_Location", 3, false},
-        {QString(), 4, "Qry_Order_Courses_Location_Day", 4, false},
-        {location, 0, location, 3, false},
-        {QString(), 0, title_query, 1, false},
-        {"abc", 0, "abc", 0, false},
-        {"7", 0, "7", 0, false},
-        {QString(), 7, title_query, 1, true},
-        {QString(), 5, title_query, 1, true},
-        {QString(), -1, title_query, 1, true},
-        {"Qry_Order_Courses_Day", 2, title_query, 1, true},
+        {QString(), 2, "Qry_Order_Courses_Day", 2, false}, {QString(), 3, "Qry_Order_Courses_Location", 3, false},
+        {QString(), 4, "Qry_Order_Courses_Location_Day", 4, false}, {location, 0, location, 3, false},
+        {QString(), 0, title_query, 1, false}, {"abc", 0, "abc", 0, false}, {"7", 0, "7", 0, false},
+        {QString(), 7, title_query, 1, true}, {QString(), 5, title_query, 1, true},
+        {QString(), -1, title_query, 1, true}, {"Qry_Order_Courses_Day", 2, title_query, 1, true},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name.toStdString() + " " + std::to_string(c.number));

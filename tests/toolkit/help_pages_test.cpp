@@ -30,7 +30,7 @@ protected:
     testing_support::TestFolder folder;
 };
 
-TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
+TEST_F(HelpPages, AContextOpensThePageNamedByItsNumberAndNothingElseActs)
 {
     install_manual({QStringLiteral("1640.html"), QStringLiteral("index.html"), QStringLiteral("help_on_help.html")});
     const help::Request request = help::resolve(help::Context, help::context::Teachers);
@@ -38,11 +38,7 @@ TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
     EXPECT_TRUE(request.page.endsWith(QStringLiteral("manual/1640.html")));
     EXPECT_TRUE(help::resolve(help::Contents, 0).page.endsWith(QStringLiteral("index.html")));
     EXPECT_TRUE(help::resolve(help::Help_On_Help, 0).page.endsWith(QStringLiteral("help_on_help.html")));
-}
-
-TEST_F(HelpPages, ContextZeroAMissingPageAndQuitWithNothingOpenDoNothing)
-{
-    install_manual({QStringLiteral("index.html")});
+    // Context 0, a missing page, and Quit with nothing open do nothing.
     EXPECT_FALSE(help::resolve(help::Context, 0).act);
     EXPECT_FALSE(help::resolve(help::Context, 4242).act);
     EXPECT_FALSE(help::resolve(help::Quit, 0).act);

@@ -32,7 +32,7 @@ const char* const not_times[] = {
     "13pm", "0am", "00:30 pm", "-9:30", "9:30:", "9 30", "9:30 xm"
 };
 
-TEST(TypedTime, EachWayOfTypingATimeGivesThatTimeAndEverythingElseIsRefused)
+TEST(TypedTime, EachWayOfTypingATimeGivesThatTimeWithTheMachinesSeparatorTooAndEverythingElseIsRefused)
 {
     Glob_Time_Sep() = QStringLiteral(":");
     for (const TypedTime& row : typed_times) {
@@ -47,11 +47,8 @@ TEST(TypedTime, EachWayOfTypingATimeGivesThatTimeAndEverythingElseIsRefused)
             << typed << " read as " << time.toString().toStdString();
         EXPECT_EQ(time, untouched) << typed;
     }
-}
-
-TEST(TypedTime, TheMachinesOwnTimeSeparatorIsReadToo)
-{
-    Glob_Time_Sep() = QStringLiteral("h");  // a letter is never a separator
+    // The machine's own time separator is read too, a letter never.
+    Glob_Time_Sep() = QStringLiteral("h");
     QTime time;
     EXPECT_FALSE(Read_Time_Of_Day(QStringLiteral("9h30"), time));
     Glob_Time_Sep() = QStringLiteral("-");
