@@ -75,7 +75,7 @@ TEST_F(RunLockTest, AFileHeldByAnotherProgramStopsTheRunAtItsPreparation)
     screen.unload();
 }
 
-TEST_F(RunLockTest, ASecondRunOnTheSameDatabaseIsRefusedByName)
+TEST_F(RunLockTest, ASecondRunOrAScriptOnTheSameDatabaseIsRefusedByName)
 {
     // Another run, in another program, holds the temporary tables.
     QLockFile other(TmpTablesLock::lock_file_of(school.path()));
@@ -93,6 +93,12 @@ TEST_F(RunLockTest, ASecondRunOnTheSameDatabaseIsRefusedByName)
     boxes.expect(QStringLiteral("The chosen criteria could not be set up"));
     EXPECT_FALSE(screen.insert_term());
     EXPECT_EQ(invoices(), 0);
+    // A script run refuses too, and leaves the status as it was.
+    const QString script = school.write_file(QStringLiteral("s.sql"), QStringLiteral("DELETE * FROM Tmp_Terms;"));
+    QString status = QStringLiteral("before");
+    boxes.expect(QStringLiteral("Another invoicing or report run is using the database"));
+    EXPECT_FALSE(Global_Run_SQL(script, status));
+    EXPECT_EQ(status, QStringLiteral("before"));
     EXPECT_TRUE(boxes.all_shown());
 
     other.unlock();
@@ -117,18 +123,6 @@ TEST_F(RunLockTest, TheRunHoldsTheLockFromPreparationToUnloadAndScriptsShareIt)
     screen.unload();
     EXPECT_TRUE(other.tryLock(std::chrono::milliseconds(0)));
     EXPECT_EQ(school.count(QStringLiteral("Tmp_Terms")), 0);
-}
-
-TEST_F(RunLockTest, AScriptRunRefusesWhileAnotherRunHoldsTheTables)
-{
-    QLockFile other(TmpTablesLock::lock_file_of(school.path()));
-    ASSERT_TRUE(other.tryLock());
-    const QString path = school.write_file(QStringLiteral("s.sql"), QStringLiteral("DELETE * FROM Tmp_Terms;"));
-    QString status = QStringLiteral("before");
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Another invoicing or report run is using the database"));
-    EXPECT_FALSE(Global_Run_SQL(path, status));
-    EXPECT_EQ(status, QStringLiteral("before"));
 }
 
 }  // namespace

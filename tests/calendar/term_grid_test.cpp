@@ -29,7 +29,7 @@ Walk walk(QDate start, QDate end, const QSet<QDate>& holidays = {})
     return result;
 }
 
-TEST(TermGridTest, ASundayToSaturdayWeekHasOneLessonADayFirstEqualToLast)
+TEST(TermGridTest, EachWeekdayHasItsLessonsAndFirstAndLastDatesOrTheZeroDate)
 {
     const Walk week = walk(sunday, saturday);
     for (int day = 0; day < term_grid::Days; ++day) {
@@ -39,10 +39,8 @@ TEST(TermGridTest, ASundayToSaturdayWeekHasOneLessonADayFirstEqualToLast)
         EXPECT_EQ(week.grid.cells[day].date, sunday.addDays(day));
     }
     EXPECT_EQ(week.filled_cells(), 7);
-}
 
-TEST(TermGridTest, AThreeDayTermLeavesTheAbsentWeekdaysWithTheZeroDateAndFirstDatesBeyondTheEnd)
-{
+    // A three-day term leaves the absent weekdays with the zero date and first dates beyond the end.
     const QDate wednesday(2026, 1, 7);
     const QDate friday(2026, 1, 9);
     const Walk term = walk(wednesday, friday);
@@ -59,15 +57,6 @@ TEST(TermGridTest, AThreeDayTermLeavesTheAbsentWeekdaysWithTheZeroDateAndFirstDa
     }
     EXPECT_EQ(term.dates.first[6], QDate(2026, 1, 10));
     EXPECT_EQ(term.dates.first[2], QDate(2026, 1, 13));
-}
-
-TEST(TermGridTest, SpansUpTo112DaysAreAcceptedAndOneDayMoreIsRefused)
-{
-    EXPECT_EQ(check_term_span(sunday, sunday), TermSpan::Fits);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(112)), TermSpan::Fits);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(113)), TermSpan::TooLong);
-    EXPECT_EQ(check_term_span(sunday, sunday.addDays(-1)), TermSpan::EndBeforeStart);
-    EXPECT_EQ(walk(sunday, sunday).filled_cells(), 1);
 }
 
 TEST(TermGridTest, ALongTermIsClippedAtTheLastCell)

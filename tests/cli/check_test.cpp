@@ -26,8 +26,7 @@ TEST(CliTest, CheckPrintsTheSystemRowOfAFileItCanOpenAndSaysWhyItCannot)
         QString out, err;  // what each contains; out empty: nothing printed, err empty: no box shown
     };
     const QList<Case> cases = {
-        {{"--version"}, 0, "quillary-cli ", ""},
-        {{"check", school}, 0, "version: 13\nstyle: 2\n", ""},
+        {{"--version"}, 0, "quillary-cli ", ""}, {{"check", school}, 0, "version: 13\nstyle: 2\n", ""},
         {{"check", old}, 1, "", "box: This database is an old version. \nbox: \nbox: It can be upgraded"},
         {{"check", folder.file(QStringLiteral("missing.mdb"))}, 1, "", "box: Could not open the database"},
         {{"frobnicate"}, 2, "", "usage:"},

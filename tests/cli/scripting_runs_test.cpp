@@ -1,14 +1,12 @@
 // Scripts that drive the tool the way a school's own scripts do: runs that
-// overlap on one file, a file held by another program, queries given nulls.
+// overlap on one file, queries given nulls. A file held elsewhere is the
+// invoicing's own business (run_lock_test).
 
 #include "support/cli_runner.h"
+#include "support/test_folder.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QLockFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 namespace {
 
@@ -20,7 +18,7 @@ protected:
     // The demo school: its autumn term invoiced, spring (2) and summer (3) not.
     QString demo(const QString& file)
     {
-        const QString name = dir.filePath(file);
+        const QString name = dir.file(file);
         const CliRun made = cli.run({QStringLiteral("demo"), name});
         EXPECT_EQ(made.status, 0) << made.err.toStdString();
         return name;
@@ -38,8 +36,8 @@ protected:
                 QStringLiteral("--yes")};
     }
 
-    QTemporaryDir dir;
-    CliRunner cli{dir.filePath(QStringLiteral("config"))};
+    testing_support::TestFolder dir;
+    CliRunner cli{dir.file(QStringLiteral("config"))};
 };
 
 TEST_F(ScriptingRunsTest, TwoTermRunsStartedTogetherBothRaiseTheirInvoices)
@@ -56,31 +54,6 @@ TEST_F(ScriptingRunsTest, TwoTermRunsStartedTogetherBothRaiseTheirInvoices)
         EXPECT_GT(invoices_of_term(name, 2), 0);
         EXPECT_EQ(invoices_of_term(name, 2), invoices_of_term(name, 3));
     }
-}
-
-// Another run holding the temporary tables, or another program writing the
-// file: the run stops at its preparation with status 1 and raises nothing.
-TEST_F(ScriptingRunsTest, ARunOnAFileHeldElsewhereStopsAndSaysWhy)
-{
-    const QString name = demo(QStringLiteral("held.mdb"));
-    {
-        QLockFile other_run(name + QStringLiteral(".run-lock"));
-        ASSERT_TRUE(other_run.tryLock());
-        const CliRun refused = cli.run(term_run(name, 2));
-        EXPECT_EQ(refused.status, 1);
-        EXPECT_TRUE(refused.err.contains(QStringLiteral("box: Another invoicing or report run is using the database ") + name))
-            << refused.err.toStdString();
-    }
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open_v2(name.toUtf8().constData(), &other, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    const CliRun run = cli.run(term_run(name, 2));
-    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_close_v2(other);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("file already in use"))) << run.err.toStdString();
-    EXPECT_FALSE(run.out.contains(QStringLiteral("successfully"))) << run.out.toStdString();
-    EXPECT_EQ(invoices_of_term(name, 2), 0);
 }
 
 TEST_F(ScriptingRunsTest, AQueryTakesNullsAndNamesWhatIsMissing)
@@ -109,11 +82,8 @@ TEST_F(ScriptingRunsTest, AQueryTakesNullsAndNamesWhatIsMissing)
 TEST_F(ScriptingRunsTest, EachScriptingCommandExitsZeroWhenDoneOneWhenRefusedTwoWhenMisused)
 {
     const QString name = demo(QStringLiteral("commands.mdb"));
-    const QString script = dir.filePath(QStringLiteral("holiday.sql"));
-    QFile file(script);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("display Holiday added.\nINSERT INTO Holidays (Day_Off) VALUES (#03/03/2028#);\nSELECT 1;\n");
-    file.close();
+    const QString script = dir.write_file(QStringLiteral("holiday.sql"),
+                                          "display Holiday added.\nINSERT INTO Holidays (Day_Off) VALUES (#03/03/2028#);\nSELECT 1;\n");
     struct Case {
         QStringList args;
         int status;
@@ -124,8 +94,7 @@ TEST_F(ScriptingRunsTest, EachScriptingCommandExitsZeroWhenDoneOneWhenRefusedTwo
         // The unknown command in the script asks; --no abandons the file, --yes skips the statement.
         {{"run-script", db, script, "--no"}, 1, "Script file abandoned and all changes undone"},
         {{"run-script", db, script, "--yes"}, 0, "Holiday added. Script successfully applied"},
-        {{"run-script", db}, 2, ""},
-        {{"holiday", "add", db, "2028-03-04"}, 0, ""},
+        {{"run-script", db}, 2, ""}, {{"holiday", "add", db, "2028-03-04"}, 0, ""},
         {{"holiday", "add", db, "04/03/2028"}, 2, ""},
         {{"term", "save", db, "--name", "Winter 2027", "--start", "2027-01-04", "--end", "2027-02-26"}, 0,
          "saved; lessons Sunday to Saturday:"},
@@ -133,8 +102,7 @@ TEST_F(ScriptingRunsTest, EachScriptingCommandExitsZeroWhenDoneOneWhenRefusedTwo
         {{"invoice", "terms", db, "--term", "1", "--yes"}, 1, "Script file abandoned and all changes undone"},
         {{"invoice", "delete", db, "terms", "--term", "2", "--no"}, 1, "Deletion Cancelled"},
         {{"invoice", "delete", db, "terms", "--term", "2", "--yes"}, 0, "Nothing Deleted"},
-        {{"invoice", "activities", db, "--yes"}, 1, ""},
-        {{"invoice", "frobnicate", db}, 2, ""},
+        {{"invoice", "activities", db, "--yes"}, 1, ""}, {{"invoice", "frobnicate", db}, 2, ""},
         {{"query", db, "Qry_No_Such_Query"}, 1, ""},
         {{"sql", db, "SELECT count(*) AS n FROM Holidays WHERE Day_Off >= #03/03/2028#"}, 0, "n\n2\n"},
         {{"sql", db, "UPDATE Nowhere SET x = 1"}, 1, ""},
@@ -164,21 +132,16 @@ TEST_F(ScriptingRunsTest, RowsArePrintedAsCsvThatSpreadsheetsReadBack)
 TEST_F(ScriptingRunsTest, AReportRunsIntoAFileOfTheKindItsNameSays)
 {
     const QString name = demo(QStringLiteral("reports.mdb"));
-    const auto write = [this](const QString& file, const QByteArray& text) {
-        QFile out(dir.filePath(file));
-        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-        out.write(text);
-    };
-    write(QStringLiteral("Heading.rpt"), R"xml(<report version="1"><tables><table name="Standard_Values"/></tables>
+    dir.write_file(QStringLiteral("Heading.rpt"), R"xml(<report version="1"><tables><table name="Standard_Values"/></tables>
   <area kind="details"><section height="8"><field x="0" y="0" width="120" height="7" source="{Standard_Values.School_Name}"/>
   </section></area></report>)xml");
-    write(QStringLiteral("Families.rpt"), R"xml(<report version="1" title="Families">
+    dir.write_file(QStringLiteral("Families.rpt"), R"xml(<report version="1" title="Families">
   <tables><table name="Families"/></tables><sort field="{Families.Family_Name}"/>
   <area kind="pageHeader"><section height="12"><subreport x="0" y="0" width="120" height="10" file="Heading.rpt"/></section></area>
   <area kind="details"><section height="6"><field x="0" y="0" width="80" height="5" source="{Families.Family_Name}"/></section></area>
 </report>)xml");
-    const QString pdf = dir.filePath(QStringLiteral("families.pdf"));
-    const CliRun run = cli.run({QStringLiteral("report"), dir.filePath(QStringLiteral("Families.rpt")), QStringLiteral("--database"),
+    const QString pdf = dir.file(QStringLiteral("families.pdf"));
+    const CliRun run = cli.run({QStringLiteral("report"), dir.file(QStringLiteral("Families.rpt")), QStringLiteral("--database"),
                                 name, QStringLiteral("--out"), pdf, QStringLiteral("--record"),
                                 QStringLiteral("{Families.Family_Name} in ['Abbott', 'Ahmed']")});
     EXPECT_EQ(run.status, 0) << run.err.toStdString();
@@ -190,7 +153,7 @@ TEST_F(ScriptingRunsTest, AReportRunsIntoAFileOfTheKindItsNameSays)
     EXPECT_TRUE(words.contains(QStringLiteral("Abbott")));
     EXPECT_FALSE(words.contains(QStringLiteral("Jenkins")));
 
-    const CliRun broken = cli.run({QStringLiteral("report"), dir.filePath(QStringLiteral("Families.rpt")), QStringLiteral("--database"),
+    const CliRun broken = cli.run({QStringLiteral("report"), dir.file(QStringLiteral("Families.rpt")), QStringLiteral("--database"),
                                    name, QStringLiteral("--out"), pdf, QStringLiteral("--record"), QStringLiteral("{Families.Nowhere} = 1")});
     EXPECT_EQ(broken.status, 1);
     EXPECT_TRUE(broken.err.contains(QStringLiteral("box: Unexpected error exporting report"))) << broken.err.toStdString();

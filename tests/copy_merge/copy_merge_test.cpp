@@ -83,7 +83,7 @@ protected:
 
 // ---- copy ----
 
-TEST_F(CopyMergeTest, TheSomeDataCopyKeepsTheExamWithItsEntriesAndTitleAndLeavesTheRestBehind)
+TEST_F(CopyMergeTest, TheSomeDataCopyKeepsTheIdsAndTheExamWithItsEntriesAndTitleAndLeavesTheRestBehind)
 {
     const QString copy = copy_of_school(QStringLiteral("new.qdb"), false);
     EXPECT_EQ(Current_Db(), nullptr);
@@ -95,11 +95,8 @@ TEST_F(CopyMergeTest, TheSomeDataCopyKeepsTheExamWithItsEntriesAndTitleAndLeaves
         EXPECT_EQ(values_in(copy, QStringLiteral("SELECT count(*) FROM %1").arg(table)), QStringList{"0"}) << table;
     EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Standard_Values WHERE stndrd_id = 1"), QStringList{"1"});
     EXPECT_EQ(values_in(copy, "SELECT count(*) FROM Register_Courses"), QStringList{"3"});
-}
 
-TEST_F(CopyMergeTest, TheCopyKeepsTheIdsSoAPupilHasTheSameCourses)
-{
-    const QString copy = copy_of_school(QStringLiteral("new.qdb"), false);
+    // The ids are kept, so that a pupil has the same courses.
     EXPECT_EQ(values_in(copy, "SELECT group_concat(Pupil_id) FROM Pupils"), values_in(school.path(), "SELECT group_concat(Pupil_id) FROM Pupils"));
     // Opened as the school's database, the copy answers the screens' query.
     ASSERT_TRUE(DB_Open(copy));
@@ -115,27 +112,21 @@ TEST_F(CopyMergeTest, TheAllDataCopyHoldsEveryTableOfTheSchool)
     EXPECT_EQ(school_tables(copy), school_tables(school.path()));
 }
 
-TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndDeletesTheNewFile)
+TEST_F(CopyMergeTest, AFailedCopyReportsTheTableAndLeavesNoNewFile)
 {
     const QString made = testing_support::copy_of_new_database(school.file(QStringLiteral("new.qdb")), false);
     change_in(made, QStringLiteral("INSERT INTO Families (Family_id, Family_Name) VALUES (%1, 'Already here')").arg(smiths));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Unexpected error copying database table Families"), engine::answer::Ok,
-                     engine::mb::Critical);
-        EXPECT_FALSE(DB_Copy_DB_For_NewTerm(school.path(), made, true));
-    }
+    ScriptedBoxes().expect(QStringLiteral("Unexpected error copying database table Families"), engine::answer::Ok,
+                           engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Copy_DB_For_NewTerm(school.path(), made, true)); });
     EXPECT_FALSE(QFile::exists(made));
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_TRUE(school.log_text().contains(QStringLiteral("DB_Copy_DB_Pupils_and_Courses  SQL is :-INSERT INTO")));
-}
 
-TEST_F(CopyMergeTest, ACopyIntoAFileThatIsntThereIsRefusedWithoutMakingIt)
-{
+    // A copy into a file that isn't there is refused without making it.
     const QString missing = school.file(QStringLiteral("missing.qdb"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unexpected error copying database table"));
-    EXPECT_FALSE(DB_Copy_DB_For_NewTerm(school.path(), missing, false));
+    ScriptedBoxes().expect(QStringLiteral("Unexpected error copying database table"))
+        .during([&] { EXPECT_FALSE(DB_Copy_DB_For_NewTerm(school.path(), missing, false)); });
     EXPECT_FALSE(QFile::exists(missing));
 }
 
@@ -174,12 +165,9 @@ TEST_F(CopyMergeTest, AFamilyUnderANewIdWithTheSameNameAndAddressFailsTheMergeAn
     change_in(target, "DELETE FROM Register_Courses; DELETE FROM Exam_Results; DELETE FROM Pupils WHERE Pupil_Family_Id = 2; "
                    "DELETE FROM Families WHERE Family_id = 2");
     change_in(target, "INSERT INTO Families (Family_id, Family_Name, Family_Address) VALUES (7, 'Jones', '2 Low Road')");
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Unexpected error merging database table Families"), engine::answer::Ok,
-                     engine::mb::Critical);
-        EXPECT_FALSE(DB_Merge_Databases(school.path(), target));
-    }
+    ScriptedBoxes().expect(QStringLiteral("Unexpected error merging database table Families"), engine::answer::Ok,
+                           engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Merge_Databases(school.path(), target)); });
     EXPECT_FALSE(QFile::exists(target));
     EXPECT_TRUE(QFile::exists(school.path()));
     EXPECT_TRUE(school.log_text().contains(QStringLiteral("DB_Merge_ALL  SQL is :-INSERT INTO main.Families")));

@@ -68,7 +68,7 @@ TEST_F(Balances, EachListHoldsTheInvoicesOrFamiliesItShould)
         EXPECT_EQ(ids(school.rows(c.query, c.params), c.column), c.listed) << c.query;
 }
 
-TEST_F(Balances, TheListsShowWhatIsOwedAndPaid)
+TEST_F(Balances, TheListsAndTotalsShowWhatIsOwedAndPaidAndLoneInvoicesGo)
 {
     for (const auto& row : school.rows("Qry_Select_Unpaid_Invoices")) {
         if (row["Invoice_id"].toInt() == part_paid) {
@@ -83,10 +83,8 @@ TEST_F(Balances, TheListsShowWhatIsOwedAndPaid)
     const Rows balanced = school.rows("Qry_Select_Invoices_Balance_Zero");
     ASSERT_EQ(balanced.size(), 1u);
     EXPECT_EQ(money_text(balanced[0]["SumOwed"]) + "/" + money_text(balanced[0]["SumPaid"]), "50/50");
-}
 
-TEST_F(Balances, AFamilysTotalsAreSummedExactly)
-{
+    // A family's totals are summed exactly.
     const Rows paid_total = school.rows("Qry_Select_Family_Paid", {{"par_Family_id", smiths}});
     ASSERT_EQ(paid_total.size(), 1u);
     EXPECT_EQ(money_text(paid_total[0]["Paid"]), "20.3");
@@ -95,10 +93,8 @@ TEST_F(Balances, AFamilysTotalsAreSummedExactly)
     EXPECT_EQ(money_text(owed_total[0]["Owes"]), "90.3");
     const Rows invoice_total = school.rows("Qry_Select_Invoice_Amount", {{"par_Invoice_id", paid}});
     EXPECT_EQ(money_text(invoice_total[0]["total"]), "0.3");
-}
 
-TEST_F(Balances, OnlyInvoicesWithNeitherLineNorReceiptAreDeletedAsLone)
-{
+    // Only invoices with neither line nor receipt are deleted as lone.
     const int lone = school.add_invoice(smiths, "Nothing yet");
     const int receipt_only = school.add_invoice(smiths, "Deposit");
     school.add_receipt(receipt_only, 5);

@@ -37,12 +37,15 @@ protected:
     int autumn = school.add_term("Autumn 2026", QDate(2026, 9, 7), QDate(2026, 12, 18));
 };
 
-TEST_F(CourseCosts, ALessonPriceIsChargedForEveryLessonOfTheWeekday)
+TEST_F(CourseCosts, ALessonPriceIsChargedForEveryLessonOfTheWeekdayOnceATerm)
 {
     const int ballet = school.add_course(NewCourse("Ballet").on(Monday).priced(10));
     const int tap = school.add_course(NewCourse("Tap").on(Tuesday).priced(8.5));
     run("Qry_Setup_Course_Costs");
     EXPECT_EQ(autumn_costs(), (std::map<int, QString>{{ballet, "120"}, {tap, "59.5"}}));
+    // A course is costed once a term.
+    EXPECT_FALSE(school.run("Qry_Setup_Course_Costs"));
+    EXPECT_EQ(engine::Err().Number, engine::jet::DuplicateKey);
 }
 
 TEST_F(CourseCosts, WithoutAPriceTheDefaultHourlyRatePaysForTheMinutesTaught)
@@ -56,12 +59,10 @@ TEST_F(CourseCosts, WithoutAPriceTheDefaultHourlyRatePaysForTheMinutesTaught)
     EXPECT_EQ(autumn_costs(), (std::map<int, QString>{{ballet, "180"}, {tap, "105"}}));
     run("Qry_Setup_Course_Costs");
     EXPECT_EQ(autumn_costs()[priced], "120");
-}
 
-TEST_F(CourseCosts, TheDefaultRateKeepsFractionsOfMoney)
-{
+    // The rate keeps fractions of money: (15 * 45 * 7) / 60.
+    school.exec("DELETE FROM Tmp_CourseCosts");
     school.set_standard("Deflt_Course_Hourly_Rate", 15);
-    const int tap = school.add_course(NewCourse("Tap").on(Tuesday).lasting(45));
     run("Qry_Setup_Default_Course_Costs");
     EXPECT_EQ(autumn_costs()[tap], "78.75");
 }
@@ -98,14 +99,6 @@ TEST_F(CourseCosts, SuppressedAndCancelledCoursesCostNothing)
     run("Qry_Setup_Default_Zero_Course_Costs");
     run("Qry_Setup_Alternate_Course_Costs");
     EXPECT_TRUE(autumn_costs().empty());
-}
-
-TEST_F(CourseCosts, ACourseIsCostedOnceATerm)
-{
-    school.add_course(NewCourse("Ballet").on(Monday).priced(10));
-    run("Qry_Setup_Course_Costs");
-    EXPECT_FALSE(school.run("Qry_Setup_Course_Costs"));
-    EXPECT_EQ(engine::Err().Number, engine::jet::DuplicateKey);
 }
 
 TEST_F(CourseCosts, ThePrintedCostsShowEveryRunningCourseWithItsLessons)

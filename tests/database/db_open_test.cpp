@@ -47,7 +47,7 @@ protected:
     testing_support::TestFolder folder{testing_support::TestFolder::StartingSettings::ProgramDefaults};
 };
 
-TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
+TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrentAndASecondIsRefusedWhileItIsOpen)
 {
     const QString name = school(QStringLiteral("school.mdb"));
     ASSERT_TRUE(DB_Open(name));
@@ -59,18 +59,15 @@ TEST_F(DbOpenTest, ACurrentDatabaseOpensAndBecomesCurrent)
     DB_Close_All();
     EXPECT_TRUE(Current_Db_Name().isEmpty());
     EXPECT_EQ(Current_Db(), nullptr);
-}
 
-TEST_F(DbOpenTest, ASecondDatabaseIsRefusedWhileOneIsOpen)
-{
-    const QString first = school(QStringLiteral("first.mdb"));
+    // A second database is refused while one is open.
     const QString second = school(QStringLiteral("second.mdb"));
-    ASSERT_TRUE(DB_Open(first));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There is already a database open - ") + first + QStringLiteral("\nCouldn't open ") + second,
-                 engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Open(second));
-    EXPECT_EQ(Current_Db_Name(), first);
+    ASSERT_TRUE(DB_Open(name));
+    ScriptedBoxes()
+        .expect(QStringLiteral("There is already a database open - ") + name + QStringLiteral("\nCouldn't open ") + second,
+                engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Open(second)); });
+    EXPECT_EQ(Current_Db_Name(), name);
 }
 
 // Files that can't be used as they are: each is refused with words that say
@@ -84,11 +81,6 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
         QString detail;  // words further on in the box
         int style = -1;
         int answer = engine::answer::Ok;
-    };
-    const auto write = [](const QString& name, const QByteArray& bytes) {
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
     };
     const auto plain_sqlite = [](const QString& name) {
         engine::Workspace ws;
@@ -117,10 +109,10 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
         {"nosys.mdb", school_where(QStringLiteral("DELETE FROM Sys_tab")),
          QStringLiteral("The System Table has been deleted, so this database cannot be used. "), QString(),
          engine::mb::Critical},
-        {"empty.mdb", [&](const QString& n) { write(n, QByteArray()); }, reading_sys,
+        {"empty.mdb", [&](const QString&) { folder.write_file("empty.mdb", QString()); }, reading_sys,
          QStringLiteral("The file is empty: it is not a Quillary database.")},
         {"letter.mdb",
-         [&](const QString& n) { write(n, QByteArray("Dear parents, the summer show is on Saturday.\n").repeated(200)); },
+         [&](const QString&) { folder.write_file("letter.mdb", QString("Dear parents, the show is on Saturday.\n").repeated(200)); },
          QStringLiteral("Could not open the database"), QStringLiteral("the file is not a Quillary database, or it is damaged")},
         {"expenses.mdb", plain_sqlite, reading_sys, QStringLiteral("not a Quillary database: it has no system table")},
         {"noqueries.mdb", school_where(QStringLiteral("DELETE FROM Quillary_QueryDefs")), reading_sys,
@@ -148,14 +140,30 @@ TEST_F(DbOpenTest, FilesThatAreNoUsableQuillaryDatabaseAreRefusedWithWordsThatSa
     }
 }
 
-TEST_F(DbOpenTest, SettingsKeepingLocationsInTheDatabaseMeetADatabaseWithout)
+// A database keeping the locations overrides the settings, in memory; settings
+// keeping them in the database meet a database without.
+TEST_F(DbOpenTest, TheLocationsOfTheSettingsAndOfTheDatabaseAreReconciledInMemory)
 {
-    const QString name = school(QStringLiteral("style2.mdb"));
-    Settings().file_locations = 1;
+    const QString keeping = school(QStringLiteral("style1.mdb"),
+                                   QStringLiteral("UPDATE Sys_tab SET s_Style_Type = 1, s_Filename_InvTerm = '/db/InTerms.sql',"
+                                                  " s_Filename_InvAct = '/db/InActDts.sql', s_Filename_CrsCost = '',"
+                                                  " s_Filename_zrepfmt = '/db/zrepfmt.lst'"));
+    Settings().file_locations = 2;
     ScriptedBoxes boxes;
+    boxes.expect(QStringLiteral("This database is out of sync with the registry. "), engine::answer::Ok, engine::mb::OkOnly);
+    ASSERT_TRUE(DB_Open(keeping));
+    EXPECT_EQ(Settings().file_locations, 1);
+    EXPECT_EQ(Settings().term_script, QStringLiteral("/db/InTerms.sql"));
+    EXPECT_EQ(Settings().activity_script, QStringLiteral("/db/InActDts.sql"));
+    EXPECT_EQ(Settings().report_list, QStringLiteral("/db/zrepfmt.lst"));
+    // An empty name in the database leaves the setting as it was.
+    EXPECT_EQ(Settings().cost_script, QStringLiteral("/settings/CrsCosts.sql"));
+    DB_Close_All();
+
+    const QString without = school(QStringLiteral("style2.mdb"));
     boxes.expect(QStringLiteral("This database is out of sync with the registry. \nYou should check the values in Change Defaults."),
                  engine::answer::Ok, engine::mb::OkOnly);
-    ASSERT_TRUE(DB_Open(name));
+    ASSERT_TRUE(DB_Open(without));
     EXPECT_EQ(Settings().file_locations, 1);
     EXPECT_EQ(Settings().term_script, QStringLiteral("/school/scripts/InTerms.sql"));
     EXPECT_EQ(Settings().activity_script, QStringLiteral("/school/scripts/InActDts.sql"));
@@ -163,24 +171,6 @@ TEST_F(DbOpenTest, SettingsKeepingLocationsInTheDatabaseMeetADatabaseWithout)
     EXPECT_EQ(Settings().report_list, QStringLiteral("/school/repfmts/zrepfmt.lst"));
     // The settings store itself isn't written.
     EXPECT_TRUE(engine::settings_store().section_is_empty(QStringLiteral("Startup")));
-}
-
-TEST_F(DbOpenTest, ADatabaseKeepingLocationsOverridesTheSettingsInMemory)
-{
-    const QString name = school(QStringLiteral("style1.mdb"),
-                                QStringLiteral("UPDATE Sys_tab SET s_Style_Type = 1, s_Filename_InvTerm = '/db/InTerms.sql',"
-                                               " s_Filename_InvAct = '/db/InActDts.sql', s_Filename_CrsCost = '',"
-                                               " s_Filename_zrepfmt = '/db/zrepfmt.lst'"));
-    Settings().file_locations = 2;
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This database is out of sync with the registry. "), engine::answer::Ok, engine::mb::OkOnly);
-    ASSERT_TRUE(DB_Open(name));
-    EXPECT_EQ(Settings().file_locations, 1);
-    EXPECT_EQ(Settings().term_script, QStringLiteral("/db/InTerms.sql"));
-    EXPECT_EQ(Settings().activity_script, QStringLiteral("/db/InActDts.sql"));
-    EXPECT_EQ(Settings().report_list, QStringLiteral("/db/zrepfmt.lst"));
-    // An empty name in the database leaves the setting as it was.
-    EXPECT_EQ(Settings().cost_script, QStringLiteral("/settings/CrsCosts.sql"));
 }
 
 TEST_F(DbOpenTest, DeletingADatabaseRemovesItsSideFiles)
@@ -197,10 +187,10 @@ TEST_F(DbOpenTest, CompactingIntoAnExistingNameDestroysNothingButTheNewName)
 {
     const QString name = school(QStringLiteral("live.mdb"));
     const QString taken = school(QStringLiteral("taken.mdb"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error compacting database.\nThe new version will be destroyed."), engine::answer::Ok,
-                 engine::mb::Information);
-    EXPECT_FALSE(DB_Compact_Database(name, taken));
+    ScriptedBoxes()
+        .expect(QStringLiteral("Error compacting database.\nThe new version will be destroyed."), engine::answer::Ok,
+                engine::mb::Information)
+        .during([&] { EXPECT_FALSE(DB_Compact_Database(name, taken)); });
     EXPECT_TRUE(QFile::exists(name));
     EXPECT_FALSE(QFile::exists(taken));
 
@@ -231,9 +221,8 @@ TEST_F(DbOpenTest, RepairingKeepsAHealthyFileUsableAndFailsOnWhatIsNoDatabase)
     EXPECT_EQ(Sys_Record().version, code::Current_DB_Version);
 
     const QString letter = folder.write_file(QStringLiteral("letter.mdb"), QString(8192, QLatin1Char('x')));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Could not repair this database."), engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(DB_Repair(letter));
+    ScriptedBoxes().expect(QStringLiteral("Could not repair this database."), engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(DB_Repair(letter)); });
 }
 
 }  // namespace

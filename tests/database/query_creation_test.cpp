@@ -56,7 +56,7 @@ bool run_with_harmless_values(engine::Database& db, const QString& name)
     return query->Execute();
 }
 
-TEST(QueryCreation, ANewDatabaseHoldsEveryQueryOnceAndMakingThemAgainChangesNothing)
+TEST(QueryCreation, ANewDatabaseHoldsEveryQueryOnceThePeoplesPupilCoursesAndMakingThemAgainChangesNothing)
 {
     SchoolFixture school;
     EXPECT_EQ(school.db().QueryDef_names(), all_query_names());
@@ -66,11 +66,8 @@ TEST(QueryCreation, ANewDatabaseHoldsEveryQueryOnceAndMakingThemAgainChangesNoth
     EXPECT_EQ(school.db().QueryDef_names(), all_query_names());
     EXPECT_EQ(school.db().QueryDefs("Qry_Setup_Invoice_Courses")->SQL(), before);
     EXPECT_FALSE(school.log_text().contains("querydef creation"));
-}
 
-TEST(QueryCreation, ThePupilCoursesQueryIsThePeopleOne)
-{
-    SchoolFixture school;
+    // Of the two pupil courses queries, the people one is kept.
     auto rows = school.db().QueryDefs("Qry_Select_Pupil_Courses");
     ASSERT_TRUE(rows->set_parameter("par_Pupil_id", 1));
     auto courses = rows->OpenRecordset();
@@ -84,8 +81,7 @@ TEST(QueryCreation, AQueryThatCantBeMadeIsReportedAndTheOthersAreStillMade)
     ScriptedBoxes boxes;
     boxes.expect("Error during querydef creation querydef Qry_Broken");
     const std::vector<StoredQueryText> texts = {
-        {"Qry_First", "SELECT 1 AS One;"},
-        {"Qry_Broken", "PARAMETERS nothing_typed; SELECT 2;"},
+        {"Qry_First", "SELECT 1 AS One;"}, {"Qry_Broken", "PARAMETERS nothing_typed; SELECT 2;"},
         {"Qry_Last", "SELECT 3 AS Three;"},
     };
     EXPECT_FALSE(create_stored_queries(school.db(), texts, "Error during querydef creation "));

@@ -48,7 +48,7 @@ TEST(NewDatabase, HoldsOneSystemRowOneStandardRowAndNothingElse)
     }
 }
 
-TEST(NewDatabase, IsLoggedAndLeftClosedAndWithoutTheBlankRowHasNoStandardValues)
+TEST(NewDatabase, IsLoggedAndLeftClosedWithTheStandardRowAndLocationsAsAsked)
 {
     ScriptedBoxes boxes;
     TestFolder folder;
@@ -57,21 +57,17 @@ TEST(NewDatabase, IsLoggedAndLeftClosedAndWithoutTheBlankRowHasNoStandardValues)
     EXPECT_TRUE(Program_Workspace().Databases().empty());
     EXPECT_TRUE(folder.log_text().contains("globdbhand : The database " + name + " has been created. ."));
     EXPECT_EQ(value_in(name, "SELECT count(*) FROM Standard_Values"), "0");
-}
 
-TEST(NewDatabase, KeepingLocationsInTheDatabaseStoresThreeOfTheFourNames)
-{
-    ScriptedBoxes boxes;
-    TestFolder folder;
+    // Keeping locations in the database stores three of the four names.
     Settings().file_locations = code::style_type::Locations_In_Database;
     Settings().report_list = "  /school/repfmts/zrepfmt.lst ";
     Settings().term_script = "/school/scripts/InTerms.sql";
     Settings().activity_script = "/school/scripts/InActDts.sql";
     Settings().cost_script = "/school/scripts/CrsCosts.sql";
-    const QString name = folder.file("located.qdb");
-    ASSERT_TRUE(DB_Create_Database(name, true));
+    const QString located = folder.file("located.qdb");
+    ASSERT_TRUE(DB_Create_Database(located, true));
     // The locations query never stores the course costs file.
-    EXPECT_EQ(value_in(name, "SELECT s_Style_Type || '|' || s_Filename_zrepfmt || '|' || s_Filename_InvTerm || '|' || "
+    EXPECT_EQ(value_in(located, "SELECT s_Style_Type || '|' || s_Filename_zrepfmt || '|' || s_Filename_InvTerm || '|' || "
                              "s_Filename_InvAct || '|' || ifnull(s_Filename_CrsCost, 'null') FROM Sys_tab"),
               QStringLiteral("%1|/school/repfmts/zrepfmt.lst|/school/scripts/InTerms.sql|/school/scripts/InActDts.sql|null")
                   .arg(code::style_type::Locations_In_Database));
@@ -85,15 +81,14 @@ TEST(NewDatabase, WhereItCannotBeMadeIsReportedOnceAndNoFileIsMadeOrChanged)
     for (const QString& name : {folder.file("no such folder/school.qdb"), folder.file("precious.qdb")}) {
         SCOPED_TRACE(name.toStdString());
         const QByteArray before = QFileInfo::exists(name) ? digest_of(name) : QByteArray();
-        ScriptedBoxes boxes;
-        boxes.expect("Cannot create database " + name);
-        EXPECT_FALSE(DB_Create_Database(name, true));
+        ScriptedBoxes().expect("Cannot create database " + name)
+            .during([&] { EXPECT_FALSE(DB_Create_Database(name, true)); });
         EXPECT_EQ(QFileInfo::exists(name) ? digest_of(name) : QByteArray(), before);
         EXPECT_TRUE(Program_Workspace().Databases().empty());
     }
 }
 
-TEST(InvoiceTables, AnExistingTableIsPassedOverAndTheNextFailureNamesItsStep)
+TEST(InvoiceTables, AnExistingTableIsPassedOverTheNextFailureNamesItsStepAndMissingOnesAreMade)
 {
     SchoolFixture school;
     ScriptedBoxes boxes;
@@ -101,11 +96,8 @@ TEST(InvoiceTables, AnExistingTableIsPassedOverAndTheNextFailureNamesItsStep)
     // Invoices exists and is passed over; its index exists too, and that stops the routine.
     EXPECT_EQ(DB_Create_Invoice_Tables(school.db()), "Invoice table index");
     EXPECT_TRUE(school.log_text().contains("Invoice table index ."));
-}
 
-TEST(InvoiceTables, OnAFileWithoutThemAreAllMade)
-{
-    SchoolFixture school;
+    // On a file without them they are all made.
     const QStringList tables = school.db().TableDef_names();
     for (const char* table : {"Tmp_CourseCosts", "Tmp_Invoices", "Tmp_Pupils", "Tmp_Activities", "Tmp_Courses",
                               "Tmp_Terms", "Receipts", "Invoice_Lines", "Invoices"})

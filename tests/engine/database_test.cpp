@@ -41,32 +41,36 @@ protected:
     TempDatabase t;
 };
 
-TEST_F(EngineTest, AnInnerCommitIsUndoneByTheOuterRollback)
+// An inner commit is final only when the outer one commits; an inner
+// rollback keeps the outer work.
+TEST_F(EngineTest, TransactionsNestAsJetsDo)
 {
     engine::Workspace& ws = t.workspace();
+    const auto add = [this](const char* name) {
+        ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name) VALUES ('%1')").arg(QLatin1String(name))));
+    };
     ASSERT_TRUE(ws.BeginTrans());
-    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name) VALUES ('Outer')")));
+    add("Outer");
     ASSERT_TRUE(ws.BeginTrans());
-    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name) VALUES ('Inner')")));
+    add("Inner");
     ASSERT_TRUE(ws.CommitTrans());
     EXPECT_EQ(count(QStringLiteral("Families")), 2);
     ASSERT_TRUE(ws.Rollback());
     EXPECT_EQ(count(QStringLiteral("Families")), 0);
-    EXPECT_EQ(ws.transaction_depth(), 0);
-}
 
-TEST_F(EngineTest, AnInnerRollbackKeepsTheOuterWork)
-{
-    engine::Workspace& ws = t.workspace();
     ASSERT_TRUE(ws.BeginTrans());
-    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name) VALUES ('Outer')")));
+    add("Outer");
     ASSERT_TRUE(ws.BeginTrans());
-    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name) VALUES ('Inner')")));
+    add("Inner");
     ASSERT_TRUE(ws.Rollback());
     ASSERT_TRUE(ws.CommitTrans());
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT group_concat(Family_Name) FROM Families")).toString(), QStringLiteral("Outer"));
+    EXPECT_EQ(ws.transaction_depth(), 0);
     EXPECT_FALSE(ws.CommitTrans());
     EXPECT_EQ(Err().Number, engine::jet::NoTransaction);
+    // Jet's DELETE * says how many rows went.
+    ASSERT_TRUE(exec(QStringLiteral("DELETE * FROM Families")));
+    EXPECT_EQ(db().RecordsAffected(), 1);
 }
 
 TEST_F(EngineTest, AFailedStatementInsideATransactionLeavesNothingOfItself)
@@ -171,16 +175,6 @@ TEST_F(EngineTest, MoneyIsExactToFourPlacesInSumsAndComparisons)
               QStringLiteral("312 938 1562 -312"));
 }
 
-TEST_F(EngineTest, DirectSqlSpeaksJetsDialect)
-{
-    ASSERT_TRUE(exec(QStringLiteral("INSERT INTO Families (Family_Name, Family_Address) VALUES (\"O'Neill\", Null)")));
-    EXPECT_EQ(t.scalar(QStringLiteral("SELECT Family_Name & \" of \" & Family_Address FROM Families")).toString(),
-              QStringLiteral("O'Neill of "));
-    ASSERT_TRUE(exec(QStringLiteral("DELETE * FROM Families")));
-    EXPECT_EQ(db().RecordsAffected(), 1);
-    EXPECT_EQ(count(QStringLiteral("Families")), 0);
-}
-
 TEST_F(EngineTest, JetFunctionsAreThereForQueries)
 {
     // 22 November 2026 is a Sunday: weekday 1.
@@ -247,7 +241,7 @@ TEST_F(EngineTest, AQueryReachesTheQueriesItNames)
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT count(*) FROM Qry_Family_Totals")).toInt(), 2);
 }
 
-TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredAndFailsWhenRun)
+TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredInTheFileAndFailsWhenRun)
 {
     ASSERT_TRUE(db().CreateQueryDef(QStringLiteral("Qry_Broken"), QStringLiteral("UPDATE Families SET No_Such_Column = 1")));
     EXPECT_FALSE(db().CreateQueryDef(QStringLiteral("QRY_BROKEN"), QStringLiteral("SELECT 1")));
@@ -258,10 +252,8 @@ TEST_F(EngineTest, AQueryNamingAMissingColumnIsStoredAndFailsWhenRun)
     EXPECT_EQ(Err().Number, engine::jet::TooFewParameters);
     ASSERT_TRUE(db().DeleteQueryDef(QStringLiteral("Qry_Broken")));
     EXPECT_FALSE(db().QueryDef_names().contains(QStringLiteral("Qry_Broken")));
-}
 
-TEST_F(EngineTest, StoredQueriesLiveInTheFile)
-{
+    // Stored queries live in the file, their table out of sight.
     ASSERT_TRUE(db().CreateQueryDef(QStringLiteral("Qry_Count"), QStringLiteral("SELECT count(*) AS n FROM Families")));
     engine::Workspace other;
     engine::Database* again = other.OpenDatabase(t.path());
@@ -286,30 +278,6 @@ TEST(EngineFiles, OpeningNeedsAnExistingDatabaseFile)
     ASSERT_NE(ws.CreateDatabase(dir.filePath(QStringLiteral("new.mdb"))), nullptr);
     EXPECT_EQ(ws.CreateDatabase(dir.filePath(QStringLiteral("new.mdb"))), nullptr);
     EXPECT_EQ(Err().Number, engine::jet::DatabaseExists);
-    ws.Close();
-}
-
-TEST(EngineFiles, CompactingWritesANewFileAndKeepsTheData)
-{
-    QTemporaryDir dir;
-    const QString old_name = dir.filePath(QStringLiteral("old.mdb"));
-    const QString new_name = dir.filePath(QStringLiteral("new.mdb"));
-    {
-        engine::Workspace ws;
-        engine::Database* db = ws.CreateDatabase(old_name);
-        ASSERT_TRUE(db->execute_native(QStringLiteral("CREATE TABLE T (x TEXT(5)); INSERT INTO T VALUES ('a');")));
-        ws.Close();
-    }
-    ASSERT_TRUE(engine::DBEngine::CompactDatabase(old_name, new_name));
-    EXPECT_FALSE(engine::DBEngine::CompactDatabase(old_name, new_name));
-    EXPECT_EQ(Err().Number, engine::jet::DatabaseExists);
-    ASSERT_TRUE(engine::DBEngine::RepairDatabase(new_name));
-    engine::Workspace ws;
-    engine::Database* db = ws.OpenDatabase(new_name);
-    ASSERT_NE(db, nullptr);
-    auto rows = db->OpenRecordset(QStringLiteral("T"));
-    ASSERT_TRUE(rows);
-    EXPECT_EQ(rows->RecordCount(), 1);
     ws.Close();
 }
 

@@ -97,15 +97,13 @@ TEST(HostileMoney, NumbersNoCurrencyCanHoldAreRefusedNotWrappedAround)
     EXPECT_FALSE(engine::Currency::try_from_double(std::nan("")));
 }
 
-TEST_F(HostileInputTest, ARecordSetOnANameThatIsNoTableOrQuerySaysSo)
+// A name that is no table or query, and missing parameters, are named.
+TEST_F(HostileInputTest, WhatIsMissingIsNamed)
 {
     EXPECT_EQ(db().OpenRecordset(QStringLiteral("Qry_Select_Sys")), nullptr);
     EXPECT_EQ(Err().Number, engine::jet::InputTableNotFound);
     EXPECT_TRUE(Err().Description.contains(QStringLiteral("'Qry_Select_Sys'")));
-}
 
-TEST_F(HostileInputTest, MissingParametersAreNamed)
-{
     ASSERT_TRUE(db().CreateQueryDef(QStringLiteral("Qry_Add_Holiday"),
                                     QStringLiteral("PARAMETERS par_Day DateTime, par_Id Long; "
                                                    "INSERT INTO Holidays (Holiday_id, Day_Off) VALUES (par_Id, par_Day)")));

@@ -94,7 +94,7 @@ TEST_F(RecordsetTest, FindFirstTakesJetCriteria)
     EXPECT_TRUE(days->NoMatch());
 }
 
-TEST_F(RecordsetTest, AddNewWritesTheRowAndReadsBackItsKey)
+TEST_F(RecordsetTest, AddNewWritesTheRowAndReadsBackItsKeyAndADuplicateKeepsTheEditInProgress)
 {
     auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
     ASSERT_TRUE(rows->AddNew());
@@ -108,18 +108,15 @@ TEST_F(RecordsetTest, AddNewWritesTheRowAndReadsBackItsKey)
     EXPECT_EQ(name(*rows), QStringLiteral("Zeta"));
     EXPECT_EQ(rows->Fields(QStringLiteral("Family_id")).toInt(), 5);
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT count(*) FROM Families WHERE Family_Name = 'ZETA'")).toInt(), 1);
-}
 
-TEST_F(RecordsetTest, ADuplicateKeepsTheEditInProgress)
-{
-    auto rows = open(QStringLiteral("Families"));
+    // A duplicate keeps the edit in progress, the buffer holding what was typed.
     ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
     ASSERT_TRUE(rows->Edit());
     ASSERT_TRUE(rows->set(QStringLiteral("Family_Name"), QStringLiteral("SMITH")));
     EXPECT_FALSE(rows->Update());
     EXPECT_EQ(Err().Number, engine::jet::DuplicateKey);
     EXPECT_EQ(rows->EditMode(), engine::editmode::InProgress);
-    EXPECT_EQ(name(*rows), QStringLiteral("SMITH"));  // the buffer still holds what was typed
+    EXPECT_EQ(name(*rows), QStringLiteral("SMITH"));
     ASSERT_TRUE(rows->set(QStringLiteral("Family_Name"), QStringLiteral("Taylor-Smith")));
     ASSERT_TRUE(rows->Update());
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT Family_Name FROM Families WHERE Family_id = 4")).toString(), QStringLiteral("Taylor-Smith"));
@@ -165,11 +162,14 @@ TEST_F(RecordsetTest, DeletingLeavesNoCurrentRecordUntilTheCursorMoves)
     EXPECT_EQ(rows->RecordCount(), 3);
 }
 
+// A clone shares the rows and their bookmarks: a row it deletes can be
+// neither read nor edited through the original, whose cursor moves on past it.
 TEST_F(RecordsetTest, ClonesShareRowsAndBookmarks)
 {
     auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
     ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Smith'")));
     const engine::Bookmark smith = rows->bookmark();
+    ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
     auto clone = rows->Clone();
     ASSERT_TRUE(clone);
     ASSERT_TRUE(clone->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
@@ -177,23 +177,12 @@ TEST_F(RecordsetTest, ClonesShareRowsAndBookmarks)
     EXPECT_EQ(rows->RecordCount(), 3);
     ASSERT_TRUE(clone->set_bookmark(smith));
     EXPECT_EQ(name(*clone), QStringLiteral("Smith"));
-    EXPECT_EQ(name(*rows), QStringLiteral("Smith"));
-}
-
-TEST_F(RecordsetTest, ARowAnotherCursorDeletedCanNeitherBeReadNorEditedAndTheCursorMovesOn)
-{
-    auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
-    ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
-    auto clone = rows->Clone();
-    ASSERT_TRUE(clone->FindFirst(QStringLiteral("Family_Name = 'Taylor'")));
-    ASSERT_TRUE(clone->Delete());
 
     EXPECT_TRUE(rows->Fields(QStringLiteral("Family_Name")).isNull());
     EXPECT_EQ(Err().Number, engine::jet::RecordIsDeleted);
     EXPECT_FALSE(rows->Edit());
     EXPECT_EQ(Err().Number, engine::jet::RecordIsDeleted);
     EXPECT_EQ(rows->EditMode(), engine::editmode::None);
-    // Moving on passes over the deleted row.
     ASSERT_TRUE(rows->MovePrevious());
     EXPECT_EQ(name(*rows), QStringLiteral("Smith"));
     ASSERT_TRUE(rows->MoveNext());
@@ -201,27 +190,22 @@ TEST_F(RecordsetTest, ARowAnotherCursorDeletedCanNeitherBeReadNorEditedAndTheCur
     EXPECT_EQ(t.scalar(QStringLiteral("SELECT count(*) FROM Families WHERE Family_Name = 'Taylor'")).toInt(), 0);
 }
 
-TEST_F(RecordsetTest, ABookmarkFromBeforeARequeryIsNoLongerValid)
+// Requery sees what was changed elsewhere; a bookmark from before it is no
+// longer valid, and the cursor stays where it was.
+TEST_F(RecordsetTest, RequerySeesChangesMadeElsewhereAndEndsTheOldBookmarks)
 {
     auto rows = open(QStringLiteral("SELECT * FROM Families ORDER BY Family_Name"));
     ASSERT_TRUE(rows->FindFirst(QStringLiteral("Family_Name = 'Smith'")));
     const engine::Bookmark smith = rows->bookmark();
-    ASSERT_TRUE(rows->Requery());
-    ASSERT_TRUE(rows->MoveLast());
-    EXPECT_FALSE(rows->set_bookmark(smith));
-    EXPECT_NE(Err().Number, 0);
-    // The cursor stays where it was.
-    EXPECT_EQ(name(*rows), QStringLiteral("Taylor"));
-}
-
-TEST_F(RecordsetTest, RequerySeesChangesMadeElsewhere)
-{
-    auto rows = open(QStringLiteral("Families"));
     ASSERT_TRUE(t.db().Execute(QStringLiteral("INSERT INTO Families (Family_Name) VALUES (\"Young\")")));
     EXPECT_EQ(rows->RecordCount(), 4);
     ASSERT_TRUE(rows->Requery());
     EXPECT_EQ(rows->RecordCount(), 5);
     EXPECT_EQ(name(*rows), QStringLiteral("Adams"));
+    ASSERT_TRUE(rows->MoveLast());
+    EXPECT_FALSE(rows->set_bookmark(smith));
+    EXPECT_NE(Err().Number, 0);
+    EXPECT_EQ(name(*rows), QStringLiteral("Young"));
 }
 
 TEST_F(RecordsetTest, RowsOfAJoinWriteBackToTheirOwnTable)

@@ -38,18 +38,7 @@ protected:
 // ---------------------------------------------------------------------------
 // Numbers
 
-TEST_F(VbValuesTest, RoundHalfEvenGoesToTheEvenNeighbourOnlyAtExactHalves)
-{
-    EXPECT_EQ(vb::round_half_even(0.5), 0);
-    EXPECT_EQ(vb::round_half_even(1.5), 2);
-    EXPECT_EQ(vb::round_half_even(2.5), 2);
-    EXPECT_EQ(vb::round_half_even(-2.5), -2);
-    EXPECT_EQ(vb::round_half_even(-3.5), -4);
-    EXPECT_EQ(vb::round_half_even(2.4999), 2);
-    EXPECT_EQ(vb::round_half_even(2.5001), 3);
-}
-
-TEST_F(VbValuesTest, IsNumericAcceptsWhatTheUserMayTypeAsANumber)
+TEST_F(VbValuesTest, IsNumericAcceptsWhatTheUserMayTypeAsANumberAndNothingElse)
 {
     for (const char* text : {"1e3", " 12 ", "-5", "+5", "5-", "(5)", "1,234.50", ".5", "5.", "1d3", "&H1F", "£5",
                              "-£5.00", "£ 5", "5£"})
@@ -58,10 +47,7 @@ TEST_F(VbValuesTest, IsNumericAcceptsWhatTheUserMayTypeAsANumber)
     EXPECT_TRUE(vb::IsNumeric(2.5));
     EXPECT_TRUE(vb::IsNumeric(true));
     EXPECT_TRUE(vb::IsNumeric(QVariant::fromValue(Currency::from_whole(3))));
-}
-
-TEST_F(VbValuesTest, IsNumericRefusesNullBlankWordsAndDates)
-{
+    // Null, blanks, words and dates are not.
     for (const char* text : {"", "  ", "abc", "12abc", "1.2.3", "-", ".", "1e", "--5", "(5", "(-5)", "$5", "5 6"})
         EXPECT_FALSE(vb::IsNumeric(QString::fromUtf8(text))) << text;
     EXPECT_FALSE(vb::IsNumeric(QVariant()));
@@ -158,22 +144,6 @@ TEST_F(VbValuesTest, CCurReadsTheLocalesCurrencyTextBack)
     }
 }
 
-TEST(VbValuesGermanTest, NumbersFollowTheLocalesSeparators)
-{
-    FakeLocaleSource source(german);
-    LocaleScope scope(source);
-    double d = 0;
-    ASSERT_TRUE(vb::CDbl(QStringLiteral("1,5"), d));
-    EXPECT_EQ(d, 1.5);
-    ASSERT_TRUE(vb::CDbl(QStringLiteral("1.234,5"), d));
-    EXPECT_EQ(d, 1234.5);
-    EXPECT_EQ(vb::Format(1234.5, QStringLiteral("#,##0.00")), "1.234,50");
-    EXPECT_EQ(vb::Format(2.5, QStringLiteral("0.00")), "2,50");
-    Currency c;
-    const QString shown = vb::Format(-1234.5, QStringLiteral("currency"));
-    ASSERT_TRUE(vb::CCur(shown, c)) << shown.toStdString();
-    EXPECT_EQ(c.units(), -12345000);
-}
 
 // ---------------------------------------------------------------------------
 // Dates
@@ -223,7 +193,7 @@ TEST_F(VbValuesTest, TypedDatesAndTimesAreReadInTheLocalesOrder)
     EXPECT_EQ(cdate("13/01/2026"), at(2026, 1, 13));
 }
 
-TEST_F(VbValuesTest, WhatIsNoDate)
+TEST_F(VbValuesTest, WhatIsNoDateAndNumbersAsDateSerials)
 {
     for (const char* text : {"", "abc", "31/02/2026", "Jan", "2026", "5", "25:00", "10:61", "13:00 pm", "1/2/3/4",
                              "5 Jan 2026 xyz", "10:30:", "-5/1/2026"}) {
@@ -243,11 +213,7 @@ TEST_F(VbValuesTest, WhatIsNoDate)
     EXPECT_EQ(engine::Err().Number, 94);
     EXPECT_FALSE(vb::CDate(1e8, result));
     EXPECT_EQ(engine::Err().Number, 6);
-}
-
-TEST_F(VbValuesTest, NumbersAreDateSerials)
-{
-    QDateTime result;
+    // Numbers are date serials.
     ASSERT_TRUE(vb::CDate(2.5, result));
     EXPECT_EQ(result, at(1900, 1, 1, 12, 0));
     ASSERT_TRUE(vb::CDate(QStringLiteral("46027"), result));
@@ -256,7 +222,7 @@ TEST_F(VbValuesTest, NumbersAreDateSerials)
     EXPECT_EQ(result, at(2026, 1, 5));
 }
 
-TEST(VbValuesGermanTest, DatesWithTheLocalesMonthNames)
+TEST(VbValuesGermanTest, NumbersAndDatesFollowTheLocalesSeparatorsAndMonthNames)
 {
     FakeLocaleSource source(german);
     source.dates(".", 1);
@@ -266,6 +232,18 @@ TEST(VbValuesGermanTest, DatesWithTheLocalesMonthNames)
     EXPECT_EQ(result, at(2026, 1, 5));
     ASSERT_TRUE(vb::CDate(QStringLiteral("05.01.2026 10:30"), result));
     EXPECT_EQ(result, at(2026, 1, 5, 10, 30));
+    double d = 0;
+    ASSERT_TRUE(vb::CDbl(QStringLiteral("1,5"), d));
+    EXPECT_EQ(d, 1.5);
+    ASSERT_TRUE(vb::CDbl(QStringLiteral("1.234,5"), d));
+    EXPECT_EQ(d, 1234.5);
+    EXPECT_EQ(vb::Format(1234.5, QStringLiteral("#,##0.00")), "1.234,50");
+    EXPECT_EQ(vb::Format(2.5, QStringLiteral("0.00")), "2,50");
+    EXPECT_EQ(vb::Format(QDate(2026, 12, 25), QStringLiteral("mm/dd/yyyy")), "12/25/2026");
+    Currency c;
+    const QString shown = vb::Format(-1234.5, QStringLiteral("currency"));
+    ASSERT_TRUE(vb::CCur(shown, c)) << shown.toStdString();
+    EXPECT_EQ(c.units(), -12345000);
 }
 
 TEST(VbValuesDotTimeTest, ALocaleWhoseDateAndTimeSeparatorsAreBothDotsReadsTwoNumbersAsATime)
@@ -314,72 +292,49 @@ TEST_F(VbValuesTest, ValuesAreFormattedByTheirPicture)
         {QStringLiteral("abc"), "0.00", "abc"}, {QVariant(), "0.00", ""},
         {12, "", "12"}, {2.5, "", "2.5"}, {QStringLiteral("abc"), "", "abc"}, {true, "", "True"},
         {at(2026, 1, 5), "", "05/01/2026"}, {at(2026, 1, 5, 10, 30), "", "05/01/2026 10:30:00"}, {QTime(10, 30), "", "10:30:00"},
+        // The picture of dates in SQL text is month first whatever the locale; money has two decimals.
+        {d, "mm/dd/yyyy", "01/05/2026"}, {1234.5, "currency", "£1,234.50"},
+        {QVariant::fromValue(Currency::from_units(5)), "Currency", "£0.00"}, {QStringLiteral("12.345"), "currency", "£12.35"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(vb::Format(c.value, QString::fromUtf8(c.picture)), QString::fromUtf8(c.shown)) << c.picture;
 }
 
-TEST_F(VbValuesTest, SqlDatePictureIsAlwaysMonthFirstWithSlashes)
-{
-    EXPECT_EQ(vb::Format(at(2026, 1, 5), "mm/dd/yyyy"), "01/05/2026");
-    FakeLocaleSource source(german);
-    source.dates(".", 1);
-    LocaleScope scope(source);
-    EXPECT_EQ(vb::Format(QDate(2026, 12, 25), "mm/dd/yyyy"), "12/25/2026");
-}
-
-TEST_F(VbValuesTest, CurrencyPictureUsesTheLocalesCurrencyWithTwoDecimals)
-{
-    EXPECT_EQ(vb::Format(1234.5, "currency"), QStringLiteral("£1,234.50"));
-    EXPECT_EQ(vb::Format(QVariant::fromValue(Currency::from_units(5)), "Currency"), QStringLiteral("£0.00"));
-    EXPECT_EQ(vb::Format(QStringLiteral("12.345"), "currency"), QStringLiteral("£12.35"));
-    FakeLocaleSource us(american);
-    LocaleScope scope(us);
-    EXPECT_EQ(vb::Format(-5, "currency"), american.toCurrencyString(-5.0, QString(), 2));
-}
-
 // ---------------------------------------------------------------------------
 // Date arithmetic
 
-TEST_F(VbValuesTest, AddingMonthsKeepsTheDayOrTakesTheMonthsLastDay)
+// Months keep the day or take the month's last day; minutes are whole.
+TEST_F(VbValuesTest, DateAddMovesByEachIntervalAndFailsOnAnUnknownOne)
 {
-    EXPECT_EQ(vb::DateAdd("m", 1, at(2026, 1, 31)), at(2026, 2, 28));
-    EXPECT_EQ(vb::DateAdd("m", 1, at(2024, 1, 31)), at(2024, 2, 29));
-    EXPECT_EQ(vb::DateAdd("m", -1, at(2026, 3, 31, 10, 30)), at(2026, 2, 28, 10, 30));
-    EXPECT_EQ(vb::DateAdd("m", 2, at(2026, 1, 15)), at(2026, 3, 15));
-    EXPECT_EQ(vb::DateAdd("q", 1, at(2025, 11, 30)), at(2026, 2, 28));
-    EXPECT_EQ(vb::DateAdd("yyyy", 1, at(2024, 2, 29)), at(2025, 2, 28));
-}
-
-TEST_F(VbValuesTest, AddingDaysWeeksAndTimes)
-{
-    EXPECT_EQ(vb::DateAdd("d", 10, at(2026, 12, 25)), at(2027, 1, 4));
-    EXPECT_EQ(vb::DateAdd("y", -1, at(2026, 1, 1)), at(2025, 12, 31));
-    EXPECT_EQ(vb::DateAdd("w", 1, at(2026, 1, 1)), at(2026, 1, 2));
-    EXPECT_EQ(vb::DateAdd("ww", 2, at(2026, 1, 1)), at(2026, 1, 15));
-    EXPECT_EQ(vb::DateAdd("n", 90, at(1899, 12, 30, 23, 0)), at(1899, 12, 31, 0, 30));
-    EXPECT_EQ(vb::DateAdd("h", -1, at(2026, 1, 1)), at(2025, 12, 31, 23, 0));
-    EXPECT_EQ(vb::DateAdd("s", 30, at(2026, 1, 1)), at(2026, 1, 1, 0, 0, 30));
-    EXPECT_EQ(vb::DateAdd("N", 5.9, at(2026, 1, 1)), at(2026, 1, 1, 0, 5));
-}
-
-TEST_F(VbValuesTest, AnUnknownIntervalFails)
-{
+    struct Case {
+        const char* interval;
+        double number;
+        QDateTime from;
+        QDateTime to;
+    };
+    const Case cases[] = {
+        {"m", 1, at(2026, 1, 31), at(2026, 2, 28)}, {"m", 1, at(2024, 1, 31), at(2024, 2, 29)},
+        {"m", -1, at(2026, 3, 31, 10, 30), at(2026, 2, 28, 10, 30)}, {"m", 2, at(2026, 1, 15), at(2026, 3, 15)},
+        {"q", 1, at(2025, 11, 30), at(2026, 2, 28)}, {"yyyy", 1, at(2024, 2, 29), at(2025, 2, 28)},
+        {"d", 10, at(2026, 12, 25), at(2027, 1, 4)}, {"y", -1, at(2026, 1, 1), at(2025, 12, 31)},
+        {"w", 1, at(2026, 1, 1), at(2026, 1, 2)}, {"ww", 2, at(2026, 1, 1), at(2026, 1, 15)},
+        {"n", 90, at(1899, 12, 30, 23, 0), at(1899, 12, 31, 0, 30)}, {"h", -1, at(2026, 1, 1), at(2025, 12, 31, 23, 0)},
+        {"s", 30, at(2026, 1, 1), at(2026, 1, 1, 0, 0, 30)}, {"N", 5.9, at(2026, 1, 1), at(2026, 1, 1, 0, 5)},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(vb::DateAdd(c.interval, c.number, c.from), c.to) << c.interval << " " << c.number;
     EXPECT_FALSE(vb::DateAdd("fortnight", 1, at(2026, 1, 1)).isValid());
     EXPECT_EQ(engine::Err().Number, 5);
     EXPECT_FALSE(vb::DateAdd("yyyy", 9000, at(2026, 1, 1)).isValid());
 }
 
-TEST_F(VbValuesTest, WeekdayCountsFromSunday)
+TEST_F(VbValuesTest, WeekdayCountsFromSundayAndDateDiffCountsBoundariesCrossed)
 {
     EXPECT_EQ(vb::Weekday(at(2026, 1, 4)), 1);  // Sunday
     EXPECT_EQ(vb::Weekday(at(2026, 1, 5)), 2);  // Monday
     EXPECT_EQ(vb::Weekday(at(2026, 1, 10)), 7); // Saturday
     EXPECT_EQ(vb::Weekday(at(1899, 12, 30)), 7);
-}
-
-TEST_F(VbValuesTest, DateDiffCountsBoundariesCrossed)
-{
+    // DateDiff counts the boundaries crossed.
     EXPECT_EQ(vb::DateDiff("d", at(2026, 1, 1, 23, 0), at(2026, 1, 2, 1, 0)), 1);
     EXPECT_EQ(vb::DateDiff("d", at(2026, 1, 10), at(2026, 1, 1)), -9);
     EXPECT_EQ(vb::DateDiff("m", at(2026, 1, 31), at(2026, 2, 1)), 1);

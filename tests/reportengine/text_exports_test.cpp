@@ -54,17 +54,15 @@ QString python(const QString& code, const QByteArray& input)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-TEST(TextExports, CsvIsReadBackCellForCell)
+TEST(TextExports, CsvIsReadBackCellForCellAndTextKeepsThePagesLinesAndColumns)
 {
     const QString parsed = python(QStringLiteral("import csv, io, sys\n"
                                                  "for row in csv.reader(io.StringIO(sys.stdin.read(), newline='')):\n"
                                                  "    print('|'.join(c.replace('\\n', '/') for c in row))\n"),
                                   csv_export(sample()));
     EXPECT_EQ(parsed, QStringLiteral("Ashby, J & K|12.50\nMüller \"Mo\"|7.00\nLine one/line two|1.00\n"));
-}
 
-TEST(TextExports, TextKeepsThePagesLinesAndColumns)
-{
+    // Text keeps the pages, lines and columns.
     const QString text = QString::fromUtf8(text_export(sample()));
     const QStringList pages = text.split(QLatin1Char('\f'));
     ASSERT_EQ(pages.size(), 2);

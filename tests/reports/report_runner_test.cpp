@@ -3,7 +3,7 @@
 // kind leaves out, alerts, and the words of every failure.
 
 #include "reports/report_runner.h"
-#include "support/school_for_runs.h"
+#include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
 #include <QFile>
@@ -41,9 +41,8 @@ protected:
     {
         GCR_Output_Type() = type;
         GCR_Export_File() = school.file(file);
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Brook is on the list."));
-        EXPECT_TRUE(GCR_Run_Export());
+        ScriptedBoxes().expect(QStringLiteral("Brook is on the list."))
+            .during([&] { EXPECT_TRUE(GCR_Run_Export()); });
         QFile out(GCR_Export_File());
         return out.open(QIODevice::ReadOnly) ? QString::fromUtf8(out.readAll()) : QString();
     }

@@ -2,6 +2,7 @@
 #include "engine/msg_box.h"
 #include "engine/workspace.h"
 #include "script/global_run_sql.h"
+#include "shell/app_globals.h"
 #include "support/school_made_current.h"
 #include "support/scripted_boxes.h"
 
@@ -72,138 +73,92 @@ TEST_F(GlobalRunSqlTest, AScriptIsReadLineByLineAndStatementByStatement)
     }
 }
 
-TEST_F(GlobalRunSqlTest, AnUnknownCommandIsSkippedOnYes)
+// Scripts that stop to ask, or that fail: the boxes they show and the answers
+// given, whether the run stands, its status, the holidays it leaves (a run
+// that leaves none changes nothing at all) and what the log says.
+TEST_F(GlobalRunSqlTest, AQuestionOrAFailureAsksAndTheAnswerDecidesWhetherTheRunStands)
 {
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unknown Command in file. \nContinue reading the file? \n\nSELECT * FROM Pupils"), Yes, 36);
-    EXPECT_TRUE(run({QStringLiteral("SELECT * FROM Pupils;"), holiday_5th}));
-    EXPECT_EQ(holidays(), 1);
-}
-
-TEST_F(GlobalRunSqlTest, AnUnknownCommandAnsweredNoUndoesTheRun)
-{
-    const QString before = school.dump();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unknown Command in file."), No);
-    EXPECT_FALSE(run({holiday_5th, QStringLiteral("Select Pupil_id FROM Pupils;"), holiday_12th}));
-    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
-    EXPECT_EQ(school.dump(), before);
-    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Error occurred while executing command ")));
-    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Obey_Command - Select Pupil_id FROM Pupils")));
-}
-
-TEST_F(GlobalRunSqlTest, AValueWithASemicolonSplitsTheCallLeavingItsParameterUnset)
-{
-    ScriptedBoxes boxes;
-    // The call runs without par_Name and fails; No goes on with the file.
-    boxes.expect(QStringLiteral("Error occurred while executing script file. "), Ok);
-    boxes.expect(QStringLiteral("Do you wish to cancel the updates and revert to the pre-run database? "), No, 36);
-    boxes.expect(QStringLiteral("\n\nSummer\" par_Start_date \"2026-01-05\" par_End_date \"2026-03-27\";INSERT INTO"), Yes);
-    EXPECT_TRUE(run({QStringLiteral("Qry_Add_Term par_Name \"Spring; Summer\" par_Start_date \"2026-01-05\" "
-                                    "par_End_date \"2026-03-27\";"),
-                     holiday_5th}));
-    EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
-    // The rest of the split line waited for a ";" and took the next line with it.
-    EXPECT_EQ(holidays(), 0);
-    EXPECT_TRUE(school.log_text().contains(QStringLiteral("Obey_Command - Qry_Add_Term par_Name \"Spring")));
-}
-
-TEST_F(GlobalRunSqlTest, AnUnclosedQuoteLeavesTheParameterUnsetAndTheQueryStillRuns)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error occurred while executing script file. \n3061"), Ok);
-    boxes.expect(QStringLiteral("revert to the pre-run database"), Yes);
-    EXPECT_FALSE(run({holiday_12th, QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05;")}));
-    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
-    EXPECT_EQ(holidays(), 0);
-}
-
-TEST_F(GlobalRunSqlTest, ContinueOnErrorLogsFailuresAndCommitsWhatSucceeded)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
-    boxes.expect(QStringLiteral("Error occurred while executing command while setting up querydef"), Ok);
-    EXPECT_TRUE(run({QStringLiteral("On Error Continue"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_5th,
-                     QStringLiteral("Qry_No_Such_Query;"), holiday_12th}));
-    EXPECT_EQ(holidays(), 2);
-    EXPECT_EQ(status, QStringLiteral(" Script successfully applied"));
-    const QString log = school.log_text();
-    EXPECT_TRUE(log.contains(QStringLiteral("Global_Run : ")));
-    EXPECT_TRUE(log.contains(QStringLiteral("Obey_Command - DELETE * FROM No_Such_Table")));
-}
-
-TEST_F(GlobalRunSqlTest, OnErrorEndAsksAgain)
-{
-    const QString before = school.dump();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
-    boxes.expect(QStringLiteral("Error occurred while executing command while Reading command"), Ok);
-    boxes.expect(QStringLiteral("revert to the pre-run database"), Yes);
-    EXPECT_FALSE(run({QStringLiteral("on error cont"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_5th,
-                      QStringLiteral("on error end"), QStringLiteral("DELETE * FROM No_Such_Table;"), holiday_12th}));
-    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
-    EXPECT_EQ(school.dump(), before);
-}
-
-TEST_F(GlobalRunSqlTest, ADuplicateKeyAbandonsTheFileEvenWhenErrorsAreToBeIgnored)
-{
-    const QString before = school.dump();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("The data cannot be inserted because there are already records there.\n"
-                                "Delete the old records first, then try again."),
-                 Ok, 0);
-    EXPECT_FALSE(run({QStringLiteral("on error continue"), QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\";"),
-                      QStringLiteral("Qry_Insert_Holiday p_date \"2026-01-05\";"), holiday_12th}));
-    EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
-    EXPECT_EQ(school.dump(), before);
-}
-
-TEST_F(GlobalRunSqlTest, AParameterThatWontConvertOrIsntDeclaredFailsBeforeTheExecution)
-{
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("while setting up parameter called p_Term_id"), Ok);
-    boxes.expect(QStringLiteral("while setting up parameter called par_nothing"), Ok);
-    EXPECT_TRUE(run({QStringLiteral("on error cont"), QStringLiteral("Qry_Select_Number_Lessons p_Term_id \"many\";"),
-                     QStringLiteral("Qry_Insert_Holiday par_nothing \"1\" p_date \"2026-01-05\";")}));
-    EXPECT_EQ(holidays(), 0);
-}
-
-TEST_F(GlobalRunSqlTest, AQuestionGoesOnWithYesAndStopsWithNoKeepingTheStatus)
-{
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Add the holidays?\nContinue?"), Yes, 36);
-        EXPECT_TRUE(run({QStringLiteral("question Add the holidays?"), holiday_5th}));
-        EXPECT_EQ(holidays(), 1);
+    struct Case {
+        const char* what;
+        QStringList lines;
+        QList<testing_support::ExpectedBox> boxes;
+        bool applied;
+        QString status;
+        int holidays;
+        QStringList logged;
+    };
+    const QString applied = QStringLiteral(" Script successfully applied");
+    const QString undone = QStringLiteral("Script file abandoned and all changes undone");
+    const QString reading = QStringLiteral("Error occurred while executing command while Reading command");
+    const QString revert = QStringLiteral("revert to the pre-run database");
+    const QString no_table = QStringLiteral("DELETE * FROM No_Such_Table;");
+    const QList<Case> cases = {
+        {"an unknown command skipped on Yes", {"SELECT * FROM Pupils;", holiday_5th},
+         {{"Unknown Command in file. \nContinue reading the file? \n\nSELECT * FROM Pupils", Yes, 36}}, true, applied, 1, {}},
+        {"an unknown command answered No", {holiday_5th, "Select Pupil_id FROM Pupils;", holiday_12th},
+         {{"Unknown Command in file.", No}}, false, undone, 0,
+         {"Error occurred while executing command ", "Obey_Command - Select Pupil_id FROM Pupils"}},
+        // The call runs without par_Name and fails; No goes on with the file, and
+        // the rest of the split line waits for a ";", taking the next line with it.
+        {"a value with a semicolon splits the call",
+         {"Qry_Add_Term par_Name \"Spring; Summer\" par_Start_date \"2026-01-05\" par_End_date \"2026-03-27\";", holiday_5th},
+         {{"Error occurred while executing script file. ", Ok},
+          {"Do you wish to cancel the updates and revert to the pre-run database? ", No, 36},
+          {"\n\nSummer\" par_Start_date \"2026-01-05\" par_End_date \"2026-03-27\";INSERT INTO", Yes}},
+         true, applied, 0, {"Obey_Command - Qry_Add_Term par_Name \"Spring"}},
+        {"an unclosed quote leaves the parameter unset and the query still runs",
+         {holiday_12th, "Qry_Insert_Holiday p_date \"2026-01-05;"},
+         {{"Error occurred while executing script file. \n3061", Ok}, {revert, Yes}}, false, undone, 0, {}},
+        {"on error continue logs the failures and commits what succeeded",
+         {"On Error Continue", no_table, holiday_5th, "Qry_No_Such_Query;", holiday_12th},
+         {{reading, Ok}, {"Error occurred while executing command while setting up querydef", Ok}}, true, applied, 2,
+         {"Global_Run : ", "Obey_Command - DELETE * FROM No_Such_Table"}},
+        {"on error end asks again", {"on error cont", no_table, holiday_5th, "on error end", no_table, holiday_12th},
+         {{reading, Ok}, {reading, Ok}, {revert, Yes}}, false, undone, 0, {}},
+        {"a duplicate key abandons the file even when errors are to be ignored",
+         {"on error continue", "Qry_Insert_Holiday p_date \"2026-01-05\";", "Qry_Insert_Holiday p_date \"2026-01-05\";",
+          holiday_12th},
+         {{"The data cannot be inserted because there are already records there.\n"
+           "Delete the old records first, then try again.", Ok, 0}},
+         false, undone, 0, {}},
+        {"a parameter that won't convert or isn't declared fails before the execution",
+         {"on error cont", "Qry_Select_Number_Lessons p_Term_id \"many\";",
+          "Qry_Insert_Holiday par_nothing \"1\" p_date \"2026-01-05\";"},
+         {{"while setting up parameter called p_Term_id", Ok}, {"while setting up parameter called par_nothing", Ok}},
+         true, applied, 0, {}},
+        {"a question answered Yes goes on", {"question Add the holidays?", holiday_5th},
+         {{"Add the holidays?\nContinue?", Yes, 36}}, true, applied, 1, {}},
+        {"a question answered No stops, keeping the status",
+         {"display half way", holiday_12th, "Question Carry on?", "DELETE * FROM Holidays;"},
+         {{"Carry on?\nContinue?", No}}, false, "half way", 0, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        school.exec(QStringLiteral("DELETE FROM Holidays"));
+        QFile::remove(Current_Log_File());
+        const QString before = school.dump();
+        {
+            ScriptedBoxes boxes;
+            for (const testing_support::ExpectedBox& box : c.boxes)
+                boxes.expect(box.text_contains, box.answer, box.style);
+            EXPECT_EQ(run(c.lines), c.applied);
+        }
+        EXPECT_EQ(status, c.status);
+        EXPECT_EQ(holidays(), c.holidays);
+        if (c.holidays == 0) {
+            EXPECT_EQ(school.dump(), before);
+        }
+        for (const QString& words : c.logged)
+            EXPECT_TRUE(school.log_text().contains(words)) << words.toStdString();
     }
-    const QString before = school.dump();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Carry on?\nContinue?"), No);
-    EXPECT_FALSE(run({QStringLiteral("display half way"), holiday_12th, QStringLiteral("Question Carry on?"),
-                      QStringLiteral("DELETE * FROM Holidays;")}));
-    EXPECT_EQ(status, QStringLiteral("half way"));
-    EXPECT_EQ(school.dump(), before);
-}
-
-TEST_F(GlobalRunSqlTest, AFileThatCantBeOpenedIsReportedAndTouchesNothing)
-{
-    ScriptedBoxes boxes;
-    const QString missing = school.file(QStringLiteral("missing.sql"));
-    boxes.expect(QStringLiteral("Cannot open file ") + missing, Ok);
-    QString untouched = QStringLiteral("as before");
-    EXPECT_FALSE(Global_Run_SQL(missing, untouched));
-    EXPECT_EQ(untouched, QStringLiteral("as before"));
-    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
 }
 
 TEST_F(GlobalRunSqlTest, ARunInsideTheCallersTransactionUndoesOnlyItself)
 {
     ASSERT_TRUE(Program_Workspace().BeginTrans());
     school.exec(QStringLiteral("INSERT INTO Holidays (Day_Off) VALUES ('2026-02-02 00:00:00')"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Unknown Command"), No);
     const QString path = school.write_file(QStringLiteral("nested.sql"), holiday_5th + QStringLiteral("\nSELECT 1;\n"));
-    EXPECT_FALSE(Global_Run_SQL(path, status));
+    ScriptedBoxes().expect(QStringLiteral("Unknown Command"), No).during([&] { EXPECT_FALSE(Global_Run_SQL(path, status)); });
     EXPECT_EQ(Program_Workspace().transaction_depth(), 1);
     ASSERT_TRUE(Program_Workspace().CommitTrans());
     EXPECT_EQ(holidays(), 1);
@@ -218,18 +173,25 @@ QString write_bytes(const testing_support::SchoolForRuns& school, const QString&
     return file.fileName();
 }
 
-TEST_F(GlobalRunSqlTest, ALineHoldingANulByteEndsTheRunAndUndoesIt)
+// A file that can't be opened is reported and touches nothing; a line holding
+// a NUL byte ends the run and undoes it.
+TEST_F(GlobalRunSqlTest, AFileThatCantBeOpenedOrHoldsANulByteEndsTheRunAndLeavesNothing)
 {
+    const QString missing = school.file(QStringLiteral("missing.sql"));
+    QString untouched = QStringLiteral("as before");
+    ScriptedBoxes().expect(QStringLiteral("Cannot open file ") + missing, Ok).during([&] {
+        EXPECT_FALSE(Global_Run_SQL(missing, untouched));
+    });
+    EXPECT_EQ(untouched, QStringLiteral("as before"));
+
     const QString before = school.dump();
     const QString path = write_bytes(school, QStringLiteral("nul.sql"),
                                      "display Working\n" + holiday_5th.toUtf8() + "\nDELETE FROM Holidays" + '\0'
                                          + " WHERE 1 = 1;\n");
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Invalid line in file on line 3"), Ok);
-    EXPECT_FALSE(Global_Run_SQL(path, status));
+    ScriptedBoxes().expect(QStringLiteral("Invalid line in file on line 3"), Ok)
+        .during([&] { EXPECT_FALSE(Global_Run_SQL(path, status)); });
     EXPECT_EQ(status, QStringLiteral("Script file abandoned and all changes undone"));
     EXPECT_EQ(school.dump(), before);
-    EXPECT_EQ(Program_Workspace().transaction_depth(), 0);
 }
 
 TEST_F(GlobalRunSqlTest, WindowsFilesAreReadInTheirCodePageAndTheLogSaysSo)

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(ScriptLineTest, KeywordsMatchTheFirstCharactersInAnyCase)
+TEST(ScriptLineTest, KeywordsMatchTheFirstCharactersInAnyCaseAndTextsFollowThem)
 {
     EXPECT_EQ(classify_script_line(QString()).kind, ScriptLineKind::Empty);
     EXPECT_EQ(classify_script_line(QStringLiteral("COMMENT this file raises invoices")).kind, ScriptLineKind::Comment);
@@ -19,10 +19,8 @@ TEST(ScriptLineTest, KeywordsMatchTheFirstCharactersInAnyCase)
     EXPECT_EQ(classify_script_line(QStringLiteral("on error resume")).kind, ScriptLineKind::Statement);
     EXPECT_EQ(classify_script_line(QStringLiteral("DELETE * FROM Tmp_CourseCosts;")).kind, ScriptLineKind::Statement);
     EXPECT_EQ(classify_script_line(QStringLiteral("Qry_Setup_Course_Costs;")).kind, ScriptLineKind::Statement);
-}
 
-TEST(ScriptLineTest, DisplayAndQuestionTextsStartAfterTheKeywordAndOneCharacter)
-{
+    // Display and question texts start after the keyword and one character.
     const ScriptLine display = classify_script_line(QStringLiteral("Display Term invoices raised."));
     EXPECT_EQ(display.kind, ScriptLineKind::Display);
     EXPECT_EQ(display.text, QStringLiteral("Term invoices raised."));
@@ -34,7 +32,7 @@ TEST(ScriptLineTest, DisplayAndQuestionTextsStartAfterTheKeywordAndOneCharacter)
     EXPECT_EQ(question.text, QStringLiteral("Add the sibling discount?"));
 }
 
-TEST(StatementCollectorTest, LinesWithoutSemicolonJoinWithOneBlank)
+TEST(StatementCollectorTest, LinesJoinWithOneBlankUntilTheFirstSemicolon)
 {
     StatementCollector collector;
     EXPECT_FALSE(collector.add(QStringLiteral("DELETE *")));
@@ -43,11 +41,8 @@ TEST(StatementCollectorTest, LinesWithoutSemicolonJoinWithOneBlank)
     ASSERT_TRUE(statement);
     EXPECT_EQ(*statement, QStringLiteral("DELETE * FROM Tmp_Terms WHERE Tmp_Term_id = 3"));
     EXPECT_EQ(collector.pending(), QString());
-}
 
-TEST(StatementCollectorTest, TheFirstSemicolonEndsTheStatementAndTheRestStartsTheNextAsItStands)
-{
-    StatementCollector collector;
+    // The first ";" ends the statement and the rest starts the next as it stands.
     const auto first = collector.add(QStringLiteral("Qry_A p \"x\"; Qry_B;"));
     ASSERT_TRUE(first);
     EXPECT_EQ(*first, QStringLiteral("Qry_A p \"x\""));

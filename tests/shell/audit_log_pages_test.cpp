@@ -1,9 +1,8 @@
 #include "shell/audit_log_pages.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <optional>
 
 #include <gtest/gtest.h>
@@ -17,15 +16,9 @@ const QString ending = QStringLiteral("  --  End of File  --  ");
 
 class AuditLogPagerTest : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(dir.isValid()); }
-
     QString write_log(const QByteArray& content)
     {
-        const QString name = dir.filePath(QStringLiteral("quillary.log"));
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(content);
-        return name;
+        return dir.write_file(QStringLiteral("audit.log"), QString::fromUtf8(content));
     }
 
     // Lines of 29 characters and a line end, without blanks, so that no
@@ -39,7 +32,7 @@ protected:
     }
     static QByteArray line(int i) { return QByteArray("entry-") + QByteArray::number(i).rightJustified(4, '0') + QByteArray(19, 'x'); }
 
-    QTemporaryDir dir;
+    testing_support::TestFolder dir;
     AuditLogPager pager;
 };
 
@@ -61,7 +54,7 @@ TEST_F(AuditLogPagerTest, AShortLogIsOnePageBetweenTheMarkersAndOneOfABlocksLeng
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        const QString log = c.content ? write_log(*c.content) : dir.filePath(QStringLiteral("new.log"));
+        const QString log = c.content ? write_log(*c.content) : dir.file(QStringLiteral("new.log"));
         ASSERT_EQ(pager.activate(log), AuditLogPager::Activation::Shown);
         EXPECT_EQ(QFileInfo(log).size(), c.content.value_or(QByteArray()).size());
         EXPECT_EQ(pager.block_count(), c.blocks);
@@ -78,7 +71,7 @@ TEST_F(AuditLogPagerTest, LogThatCannotBeOpenedIsReportedAndLeavesTheViewerEmpty
     ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Could not open Audit Log File, error:76 - Path not found"), engine::answer::Ok, 16);
 
-    EXPECT_EQ(pager.activate(dir.filePath(QStringLiteral("quillary.log/inner.log"))),
+    EXPECT_EQ(pager.activate(dir.file(QStringLiteral("audit.log/inner.log"))),
               AuditLogPager::Activation::OpenFailed);
 
     EXPECT_TRUE(pager.text_to_show().isEmpty());
@@ -96,7 +89,6 @@ protected:
 
     void SetUp() override
     {
-        AuditLogPagerTest::SetUp();
         ASSERT_EQ(pager.activate(write_log(numbered_lines(200))), AuditLogPager::Activation::Shown);
     }
 
@@ -123,10 +115,8 @@ TEST_F(AuditLogPagingTest, UpAndDownShowTheLineCutByTheBoundaryWholeOnBothPages)
     EXPECT_EQ(pager.current_block(), 2);
     EXPECT_TRUE(pager.text_to_show().startsWith(whole(cut_line) + whole(cut_line + 1)));
     EXPECT_FALSE(pager.down_enabled());
-}
 
-TEST_F(AuditLogPagingTest, PreviousNeverGoesBelowTheFirstBlock)
-{
+    // Previous never goes below the first block.
     ASSERT_TRUE(pager.Get_Page(AuditLogPager::First));
     ASSERT_TRUE(pager.Get_Page(AuditLogPager::Previous));
 

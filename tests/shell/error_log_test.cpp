@@ -104,41 +104,33 @@ TEST_F(ReportErrorTest, EngineErrorsAreLoggedWhenTheyAddToTheRunTimeError)
         if (c.error)
             engine::Err().Raise(c.error, c.engine_errors.first().Description);
         engine::DBEngine_Errors() = c.engine_errors;
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Update failed"));
-        Report_Error(report::Unexpected, QStringLiteral("Update failed"), 0, QStringLiteral("gendbde"));
+        ScriptedBoxes().expect(QStringLiteral("Update failed"))
+            .during([&] { Report_Error(report::Unexpected, QStringLiteral("Update failed"), 0, QStringLiteral("gendbde")); });
         EXPECT_EQ(entries_without_stamps(), QStringList{c.logged});
     }
 }
 
-// ---- module tags -----------------------------------------------------------
+// ---- traces and module tags --------------------------------------------------
 
-// One entry a report, appended.
-TEST_F(ReportErrorTest, ModuleTagIsCutOrPaddedToTenCharacters)
+// One entry a report, appended, its module tag cut or padded to ten characters.
+TEST_F(ReportErrorTest, TracesAreLoggedAndNeverShownUnderTheirModuleTag)
 {
+    ScriptedBoxes boxes;  // any box fails the test
     Report_Error(report::Trace, QStringLiteral("long"), 0, QStringLiteral("abcdefghijkl"));
     Report_Error(report::Trace, QStringLiteral("short"), 0, QStringLiteral("gentxg7"));
     Report_Error(report::Trace, QStringLiteral("none"), 0, QString());
-
-    EXPECT_EQ(entries_without_stamps(), (QStringList{QStringLiteral("abcdefghij : long .\n"),
-                                                     QStringLiteral("gentxg7    : short .\n"),
-                                                     QStringLiteral("           : none .\n")}));
-}
-
-// ---- traces and logging off -------------------------------------------------
-
-TEST_F(ReportErrorTest, TraceIsLoggedAndNeverShown)
-{
-    ScriptedBoxes boxes;  // any box fails the test
-
     Report_Error(report::Trace, QStringLiteral(" records affected = 3"), 0, QStringLiteral("gendbde"),
                  QStringLiteral("DB_Copy"));
 
-    EXPECT_EQ(entries_without_stamps(),
-              QStringList{QStringLiteral("gendbde    :  records affected = 3\n        DB_Copy .\n")});
+    EXPECT_EQ(entries_without_stamps(), (QStringList{QStringLiteral("abcdefghij : long .\n"),
+                                                     QStringLiteral("gentxg7    : short .\n"),
+                                                     QStringLiteral("           : none .\n"),
+                                                     QStringLiteral("gendbde    :  records affected = 3\n        DB_Copy .\n")}));
 }
 
-TEST_F(ReportErrorTest, BlankLogFileNameLogsNothingButStillShows)
+// ---- logging off -------------------------------------------------------------
+
+TEST_F(ReportErrorTest, WithoutAWritableLogNothingIsLoggedButBoxesStillShow)
 {
     Current_Log_File() = QStringLiteral("   ");
     ScriptedBoxes boxes;
@@ -147,18 +139,15 @@ TEST_F(ReportErrorTest, BlankLogFileNameLogsNothingButStillShows)
     Report_Error(report::Detected, QStringLiteral("Shown anyway"), 0, QStringLiteral("globals"));
 
     EXPECT_FALSE(QFile::exists(folder.file(QStringLiteral("quillary.log"))));
-}
 
-TEST_F(ReportErrorTest, UnwritableLogFileFailsSilently)
-{
+    // A log that can't be written fails silently.
     Current_Log_File() = folder.write_file(QStringLiteral("not-a-folder"), QString()) + QStringLiteral("/quillary.log");
-    ScriptedBoxes boxes;
     boxes.expect(QStringLiteral("Still reported"), engine::answer::Ok, 16);
 
     Report_Error(report::Trace, QStringLiteral("nobody hears this"), 0, QStringLiteral("gendbde"));
     Report_Error(report::Detected, QStringLiteral("Still reported"), 16, QStringLiteral("globals"));
 
-    EXPECT_EQ(boxes.shown().size(), 1);
+    EXPECT_EQ(boxes.shown().size(), 2);
     EXPECT_EQ(engine::Err().Number, 0);
 }
 

@@ -51,7 +51,7 @@ TEST_F(FileCheckTest, AFileIsThereOrNotAndAFolderIsAFailureOfTheTest)
 
 // ---- path splitting -------------------------------------------------------------
 
-TEST(SplitPath, AFileNameGivesDriveFolderFileAndExtension)
+TEST(SplitPath, AFileNameGivesDriveFolderFileAndExtensionAndJoiningTakesOneSlash)
 {
     struct Case {
         QString full;
@@ -69,10 +69,7 @@ TEST(SplitPath, AFileNameGivesDriveFolderFileAndExtension)
         Split_Path(c.full, drive, folder, file, extension);
         EXPECT_EQ(QStringList({drive, folder, file, extension}).join(QLatin1Char('|')), c.parts) << c.full.toStdString();
     }
-}
-
-TEST(BuildPath, JoinsWithExactlyOneSlash)
-{
+    // Joining puts exactly one slash between.
     EXPECT_EQ(build_path(QStringLiteral("/opt/q"), QStringLiteral("scripts")), QStringLiteral("/opt/q/scripts"));
     EXPECT_EQ(build_path(QStringLiteral("/opt/q/"), QStringLiteral("/zrepfmt.lst")),
               QStringLiteral("/opt/q/zrepfmt.lst"));

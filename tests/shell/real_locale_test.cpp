@@ -24,7 +24,7 @@ QString info(const QtLocaleSource& source, int type)
     return value;
 }
 
-TEST(RealLocale, TheFourValuesComeFromTheLocalesOwnPatterns)
+TEST(RealLocale, TheFourValuesComeFromTheLocalesOwnPatternsLeavingQuotedWordsAside)
 {
     struct Case {
         const char* locale;
@@ -45,11 +45,7 @@ TEST(RealLocale, TheFourValuesComeFromTheLocalesOwnPatterns)
         EXPECT_EQ(info(source, engine::lctype::SDATE), c.date_separator);
         EXPECT_EQ(info(source, engine::lctype::STIME), c.time_separator);
     }
-}
-
-TEST(RealLocale, QuotedWordsInAPatternAreNotFields)
-{
-    // "Day" holds a y, "of" nothing: the day still comes first.
+    // Quoted words in a pattern are not fields: "Day" holds a y, "of" nothing, and the day still comes first.
     EXPECT_EQ(QtLocaleSource::date_order_of(QStringLiteral("'Day' dd 'of' MMMM yyyy")), 1);
     EXPECT_EQ(QtLocaleSource::date_order_of(QStringLiteral("yyyy'年'M'月'd'日'")), 2);
     EXPECT_EQ(QtLocaleSource::separator_of(QStringLiteral("HH'h'mm"), QLatin1Char('H')), QString());

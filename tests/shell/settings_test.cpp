@@ -111,10 +111,9 @@ TEST_F(SettingsTest, FirstRunAnsweredNoOrUnableToWriteWritesNothingAndAborts)
     }
     Abort_Flag() = false;
     use_unwritable_store();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Is this the first time"), engine::answer::Yes);
-    boxes.expect(QStringLiteral("Could NOT replace default values "), engine::answer::Ok, 16);
-    Read_Settings();
+    ScriptedBoxes().expect(QStringLiteral("Is this the first time"), engine::answer::Yes)
+        .expect(QStringLiteral("Could NOT replace default values "), engine::answer::Ok, 16)
+        .during([&] { Read_Settings(); });
     EXPECT_TRUE(Abort_Flag());
 }
 
@@ -161,7 +160,7 @@ TEST_F(SettingsTest, StoredValuesAreTakenAsTheyStand)
 
 // ---- writing --------------------------------------------------------------------
 
-TEST_F(SettingsTest, ReplaceWithoutEmptiesWritesOnlyTheGivenValues)
+TEST_F(SettingsTest, ReplaceWritesTheGivenValuesAndTheEmptyOnesOnlyWhenAllowed)
 {
     Settings() = defaults();
 
@@ -173,12 +172,8 @@ TEST_F(SettingsTest, ReplaceWithoutEmptiesWritesOnlyTheGivenValues)
     EXPECT_EQ(Settings().course_query, QStringLiteral("Qry_Order_Courses_Day"));
     EXPECT_EQ(Settings().log_file, defaults().log_file);
     EXPECT_EQ(Settings().file_locations, 2);
-}
 
-TEST_F(SettingsTest, ReplaceWithEmptiesAllowedWritesEmptyValues)
-{
-    Settings() = defaults();
-
+    // With empties allowed, the empty values are written too.
     EXPECT_TRUE(Replace_Defaults(true, QStringLiteral("/out"), QString(), QString(), QString(), QString(), QString(),
                                  QString(), QString(), QStringLiteral("Qry_Order_Courses_Location"), 1, Settings()));
 
@@ -188,20 +183,15 @@ TEST_F(SettingsTest, ReplaceWithEmptiesAllowedWritesEmptyValues)
     EXPECT_EQ(stored(settings_key::CQ), QStringLiteral("3"));
     EXPECT_TRUE(Settings().log_file.isEmpty());
     EXPECT_EQ(Settings().report_output_dir, QStringLiteral("/out"));
-}
 
-TEST_F(SettingsTest, ReplaceThatCannotWriteReportsAndLeavesTheRecordAlone)
-{
-    Settings() = defaults();
+    // A store that can't be written is reported and the record left alone.
     use_unwritable_store();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Could NOT replace default values "), engine::answer::Ok, 16);
-
-    EXPECT_FALSE(Replace_Defaults(true, QStringLiteral("/out"), QString(), QString(), QString(), QString(), QString(),
-                                  QString(), QString(), QString(), 1, Settings()));
-
-    EXPECT_EQ(Settings().report_output_dir, defaults().report_output_dir);
-    EXPECT_EQ(Settings().file_locations, 2);
+    ScriptedBoxes().expect(QStringLiteral("Could NOT replace default values "), engine::answer::Ok, 16).during([] {
+        EXPECT_FALSE(Replace_Defaults(true, QStringLiteral("/elsewhere"), QString(), QString(), QString(), QString(),
+                                      QString(), QString(), QString(), QString(), 2, Settings()));
+    });
+    EXPECT_EQ(Settings().report_output_dir, QStringLiteral("/out"));
+    EXPECT_EQ(Settings().file_locations, 1);
 }
 
 TEST_F(SettingsTest, SetDefaultDatabaseWritesAnnouncesAndLogs)
@@ -232,17 +222,11 @@ TEST(CourseOrderQuery, NamesAndNumbersConvertAndAnInvalidCallIsReportedAsQueryOn
     };
     const QString location = QStringLiteral(" Qry_Order_Courses_Location ");
     const QList<Case> cases = {
-        {QString(), 2, "Qry_Order_Courses_Day", 2, false},
-        {QString(), 3, "Qry_Order_Courses_Location", 3, false},
-        {QString(), 4, "Qry_Order_Courses_Location_Day", 4, false},
-        {location, 0, location, 3, false},
-        {QString(), 0, title_query, 1, false},
-        {"abc", 0, "abc", 0, false},
-        {"7", 0, "7", 0, false},
-        {QString(), 7, title_query, 1, true},
-        {QString(), 5, title_query, 1, true},
-        {QString(), -1, title_query, 1, true},
-        {"Qry_Order_Courses_Day", 2, title_query, 1, true},
+        {QString(), 2, "Qry_Order_Courses_Day", 2, false}, {QString(), 3, "Qry_Order_Courses_Location", 3, false},
+        {QString(), 4, "Qry_Order_Courses_Location_Day", 4, false}, {location, 0, location, 3, false},
+        {QString(), 0, title_query, 1, false}, {"abc", 0, "abc", 0, false}, {"7", 0, "7", 0, false},
+        {QString(), 7, title_query, 1, true}, {QString(), 5, title_query, 1, true},
+        {QString(), -1, title_query, 1, true}, {"Qry_Order_Courses_Day", 2, title_query, 1, true},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name.toStdString() + " " + std::to_string(c.number));

@@ -47,9 +47,8 @@ protected:
 TEST_F(StartupTest, AFirstRunAnsweredNoEndsWithNothingWritten)
 {
     SingleInstance instance(locks.path());
-    ScriptedBoxes boxes;
-    boxes.expect(first_run_question, engine::answer::No, engine::mb::YesNo + engine::mb::Question);
-    EXPECT_FALSE(Main_Start(instance));
+    ScriptedBoxes().expect(first_run_question, engine::answer::No, engine::mb::YesNo + engine::mb::Question)
+        .during([&] { EXPECT_FALSE(Main_Start(instance)); });
     EXPECT_TRUE(Abort_Flag());
     EXPECT_EQ(stored_keys(), 0);
     EXPECT_EQ(Current_Db(), nullptr);
@@ -86,10 +85,9 @@ TEST_F(StartupTest, ASecondCopyIsRefusedAndTouchesNoDatabase)
     SingleInstance first(locks.path());
     ASSERT_TRUE(first.acquire());
     SingleInstance second(locks.path());
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Cannot run more than one instance of this program. \nEnding this instance."),
-                 engine::answer::Ok, engine::mb::Critical);
-    EXPECT_FALSE(Main_Start(second));
+    ScriptedBoxes().expect(QStringLiteral("Cannot run more than one instance of this program. \nEnding this instance."),
+                           engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(Main_Start(second)); });
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_EQ(stored_keys(), 0);
 }

@@ -13,8 +13,20 @@ ScriptedBoxes::ScriptedBoxes()
 ScriptedBoxes::~ScriptedBoxes()
 {
     engine::set_msgbox_responder(std::move(previous_));
+    fail_for_unshown();
+}
+
+void ScriptedBoxes::during(const std::function<void()>& action)
+{
+    action();
+    fail_for_unshown();
+}
+
+void ScriptedBoxes::fail_for_unshown()
+{
     for (const ExpectedBox& box : expected_)
         ADD_FAILURE() << "Expected message box never shown: " << box.text_contains.toStdString();
+    expected_.clear();
 }
 
 ScriptedBoxes& ScriptedBoxes::expect(const QString& text_contains, int answer, int style)

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <functional>
 
 namespace testing_support {
 
@@ -26,6 +27,9 @@ public:
 
     // Expects a box whose text contains `text_contains`, answered with `answer`.
     ScriptedBoxes& expect(const QString& text_contains, int answer = engine::answer::Ok, int style = -1);
+    // Does `action`, by whose end every box expected so far must have been shown:
+    // ScriptedBoxes().expect("Saved successfully").during([&] { click(save); });
+    void during(const std::function<void()>& action);
     // Every box shown so far, in order, as "text" (lines joined by '\n').
     const QStringList& shown() const { return shown_; }
     const QStringList& titles() const { return titles_; }
@@ -33,6 +37,7 @@ public:
 
 private:
     int respond(const QString& text, int style, const QString& title);
+    void fail_for_unshown();
 
     std::deque<ExpectedBox> expected_;
     QStringList shown_;

@@ -86,7 +86,7 @@ protected:
     int repositions = 0;
 };
 
-TEST_F(DataControlTest, FillingTheFieldsIsNoChange)
+TEST_F(DataControlTest, FillingTheFieldsIsNoChangeEveryMoveFillsThemAgainAndAFailureIsReported)
 {
     ASSERT_TRUE(open());
     EXPECT_EQ(name.shown, QStringLiteral("Ada"));
@@ -97,11 +97,8 @@ TEST_F(DataControlTest, FillingTheFieldsIsNoChange)
     control.UpdateControls();
     EXPECT_EQ(name.shown, QStringLiteral("Ada"));
     EXPECT_FALSE(name.DataChanged());
-}
 
-TEST_F(DataControlTest, EveryMoveRefillsTheFieldsAndReportsTheReposition)
-{
-    ASSERT_TRUE(open());
+    // Every move fills the fields again and reports the reposition.
     const int after_open = repositions;
     ASSERT_TRUE(control.MoveNext());
     EXPECT_EQ(name.shown, QStringLiteral("Bea"));
@@ -115,6 +112,13 @@ TEST_F(DataControlTest, EveryMoveRefillsTheFieldsAndReportsTheReposition)
     ASSERT_TRUE(control.FindFirst(QStringLiteral("Dancer_Name = \"Zoe\"")));
     EXPECT_TRUE(control.NoMatch());
     EXPECT_EQ(repositions, after_open + 3);
+
+    // A failure of the control itself is reported with its words.
+    testing_support::ScriptedBoxes().expect(QStringLiteral("Error accessing Dancer Control Number = 3078")).during([&] {
+        EXPECT_FALSE(control.Refresh(&school.db(), QStringLiteral("SELECT * FROM Nowhere")));
+    });
+    EXPECT_EQ(control.Recordset(), nullptr);
+    EXPECT_TRUE(control.is_empty());
 }
 
 TEST_F(DataControlTest, AnEditWritesOnlyTheFieldsTheUserChanged)
@@ -128,24 +132,8 @@ TEST_F(DataControlTest, AnEditWritesOnlyTheFieldsTheUserChanged)
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_Style FROM Dancers WHERE Dancer_Name = 'Ada'")).toString(),
               QStringLiteral("Modern"));
     EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Dancer_Notes FROM Dancers WHERE Dancer_Name = 'Ada'")).isNull());
-}
 
-TEST_F(DataControlTest, AnAdditionWritesWhatEveryFieldShowsAndBlankIsNull)
-{
-    ASSERT_TRUE(open());
-    ASSERT_TRUE(control.AddNew());
-    name.type(QStringLiteral("Cy"));
-    style.type(QString());
-    notes.shown = QStringLiteral("kept from before");
-    ASSERT_TRUE(control.Update());
-    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_Notes FROM Dancers WHERE Dancer_Name = 'Cy'")).toString(),
-              QStringLiteral("kept from before"));
-    EXPECT_TRUE(school.scalar(QStringLiteral("SELECT Dancer_Style FROM Dancers WHERE Dancer_Name = 'Cy'")).isNull());
-}
-
-TEST_F(DataControlTest, AFailedUpdateLeavesTheEditInProgressWithTheEnginesNumber)
-{
-    ASSERT_TRUE(open());
+    // A failed update leaves the edit in progress, with the engine's number.
     name.type(QStringLiteral("Bea"));
     ASSERT_TRUE(control.Edit());
     EXPECT_FALSE(control.Update());
@@ -154,7 +142,9 @@ TEST_F(DataControlTest, AFailedUpdateLeavesTheEditInProgressWithTheEnginesNumber
     control.CancelUpdate();
 }
 
-TEST_F(DataControlTest, AReadOnlyFieldIsShownButNeverWritten)
+// An addition writes what every field shows, blank as null, but never a
+// read-only field.
+TEST_F(DataControlTest, AnAdditionWritesWhatEveryFieldShowsAndBlankIsNullButNoReadOnlyField)
 {
     FakeBox key{QStringLiteral("Dancer_id")};
     key.set_read_only(true);
@@ -163,18 +153,13 @@ TEST_F(DataControlTest, AReadOnlyFieldIsShownButNeverWritten)
     EXPECT_EQ(key.shown, QStringLiteral("1"));
     ASSERT_TRUE(control.AddNew());
     key.type(QStringLiteral("1"));
-    name.type(QStringLiteral("Dot"));
-    EXPECT_TRUE(control.Update());
-    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_id FROM Dancers WHERE Dancer_Name = 'Dot'")).toInt(), 3);
-}
-
-TEST_F(DataControlTest, AFailureOfTheControlItselfIsReportedWithItsWords)
-{
-    testing_support::ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Error accessing Dancer Control Number = 3078"));
-    EXPECT_FALSE(control.Refresh(&school.db(), QStringLiteral("SELECT * FROM Nowhere")));
-    EXPECT_EQ(control.Recordset(), nullptr);
-    EXPECT_TRUE(control.is_empty());
+    name.type(QStringLiteral("Cy"));
+    style.type(QString());
+    notes.shown = QStringLiteral("kept from before");
+    ASSERT_TRUE(control.Update());
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Dancer_id || '|' || Dancer_Notes || '|' || ifnull(Dancer_Style, 'null') "
+                                           "FROM Dancers WHERE Dancer_Name = 'Cy'")).toString(),
+              QStringLiteral("3|kept from before|null"));
 }
 
 TEST_F(DataControlTest, ANewRecordStartsFromItsOwnValuesInEveryFieldButThoseKept)
@@ -250,18 +235,11 @@ TEST(MoneyText, MoneyShowsTwoDecimalsAtLeastAndNoMoreThanItKeeps)
         const char* shown;
     };
     const Case cases[] = {
-        {5.5, "5.50"},
-        {5, "5.00"},
-        {QStringLiteral("5.5"), "5.50"},
-        {0.1 + 0.2, "0.30"},
-        {12.125, "12.125"},
-        {3.14159, "3.1416"},
-        {-2.5, "-2.50"},
-        {QVariant::fromValue(engine::Currency::from_units(123456)), "12.3456"},
+        {5.5, "5.50"}, {5, "5.00"}, {QStringLiteral("5.5"), "5.50"}, {0.1 + 0.2, "0.30"}, {12.125, "12.125"},
+        {3.14159, "3.1416"}, {-2.5, "-2.50"}, {QVariant::fromValue(engine::Currency::from_units(123456)), "12.3456"},
         {QVariant(5.5f), "5.50"},
         {QVariant(4.1f), "4.10"},  // a single holds 4.0999999...
-        {QVariant(), ""},
-        {QStringLiteral("ten"), "ten"},
+        {QVariant(), ""}, {QStringLiteral("ten"), "ten"},
     };
     for (const Case& row : cases)
         EXPECT_EQ(Money_Text(row.value), QString::fromUtf8(row.shown)) << row.value.toString().toStdString();

@@ -3,9 +3,9 @@
 #include "shell/install_folder.h"
 #include "toolkit/help_pages.h"
 
+#include "support/test_folder.h"
+
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -15,24 +15,22 @@ class HelpPages : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        set_install_folder_for_tests(folder.path());
+        set_install_folder_for_tests(folder.file(QString()));
         help::help_is_open() = false;
     }
     void TearDown() override { set_install_folder_for_tests(QString()); }
 
     void install_manual(const QStringList& pages)
     {
-        QDir(folder.path()).mkdir(QStringLiteral("manual"));
-        for (const QString& page : pages) {
-            QFile file(folder.filePath(QStringLiteral("manual/") + page));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        }
+        QDir().mkpath(folder.file(QStringLiteral("manual")));
+        for (const QString& page : pages)
+            folder.write_file(QStringLiteral("manual/") + page, QString());
     }
 
-    QTemporaryDir folder;
+    testing_support::TestFolder folder;
 };
 
-TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
+TEST_F(HelpPages, AContextOpensThePageNamedByItsNumberAndNothingElseActs)
 {
     install_manual({QStringLiteral("1640.html"), QStringLiteral("index.html"), QStringLiteral("help_on_help.html")});
     const help::Request request = help::resolve(help::Context, help::context::Teachers);
@@ -40,11 +38,7 @@ TEST_F(HelpPages, AContextOpensThePageNamedByItsNumber)
     EXPECT_TRUE(request.page.endsWith(QStringLiteral("manual/1640.html")));
     EXPECT_TRUE(help::resolve(help::Contents, 0).page.endsWith(QStringLiteral("index.html")));
     EXPECT_TRUE(help::resolve(help::Help_On_Help, 0).page.endsWith(QStringLiteral("help_on_help.html")));
-}
-
-TEST_F(HelpPages, ContextZeroAMissingPageAndQuitWithNothingOpenDoNothing)
-{
-    install_manual({QStringLiteral("index.html")});
+    // Context 0, a missing page, and Quit with nothing open do nothing.
     EXPECT_FALSE(help::resolve(help::Context, 0).act);
     EXPECT_FALSE(help::resolve(help::Context, 4242).act);
     EXPECT_FALSE(help::resolve(help::Quit, 0).act);
@@ -60,7 +54,7 @@ TEST_F(HelpPages, WhatIsMissingIsNamedSoThatTheUserCanBeToldWhere)
         const help::Request request = help::resolve(command, help::context::Teachers);
         EXPECT_FALSE(request.act) << command;
         EXPECT_EQ(request.missing, help::Missing::Manual) << command;
-        EXPECT_EQ(request.missing_path, QDir(folder.path()).filePath(QStringLiteral("manual")));
+        EXPECT_EQ(request.missing_path, folder.file(QStringLiteral("manual")));
         EXPECT_TRUE(help::missing_words(request).startsWith(QStringLiteral("The help pages cannot be found.")));
         EXPECT_TRUE(help::missing_words(request).contains(QDir::toNativeSeparators(request.missing_path)));
     }

@@ -36,17 +36,14 @@ TEST(SwitchRules, EveryCaseOfTheTable)
         {"A", "B", false, "A", {Show::Target, Remember::Me, Leave::Hide}},
         // Opening the remembered screen: it is shown and the opener unloaded.
         {"B", "A", false, "A", {Show::Target, Remember::Nothing, Leave::Unload}},
+        // Screens are compared by name whatever the case.
+        {"frm_family", "", false, "FRM_FAMILY", {Show::Main_Menu, Remember::Nothing, Leave::Unload}},
     };
     for (const Case& c : cases) {
         const Decision got = decide(QString::fromLatin1(c.me), QString::fromLatin1(c.target), c.no_return,
                                     QString::fromLatin1(c.remembered), menu);
         EXPECT_EQ(got, c.expected) << c.me << " -> '" << c.target << "' remembering '" << c.remembered << "'";
     }
-}
-
-TEST(SwitchRules, ScreensAreComparedByNameWhateverTheCase)
-{
-    EXPECT_EQ(decide("frm_family", "", false, "FRM_FAMILY", menu).show, Show::Main_Menu);
 }
 
 }  // namespace

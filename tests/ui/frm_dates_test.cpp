@@ -6,7 +6,6 @@
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
@@ -168,8 +167,6 @@ TEST_F(TermDatesScreen, BadDatesAndNamesAreRefusedWithTheirWords)
     EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
 }
 
-// ---- Holidays ----
-
 // ---- Update ----
 
 TEST_F(TermDatesScreen, UpdateStoresTheTermAndItsLessonCountsAsShown)
@@ -177,11 +174,7 @@ TEST_F(TermDatesScreen, UpdateStoresTheTermAndItsLessonCountsAsShown)
     open();
     type_dates(QStringLiteral("Spring 2026"), QStringLiteral("1 Jan 2026"), QStringLiteral("31 Mar 2026"));
     click_cell(4 + 16);  // Saturday 17 January
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Saved successfully"), Ok, 0);
-        click(screen->cmd_Save);
-    }
+    ScriptedBoxes().expect(QStringLiteral("Saved successfully"), Ok, 0).during([&] { click(screen->cmd_Save); });
     const int term = screen->txt_Term_id->text().toInt();
     ASSERT_GT(term, 0);
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates WHERE Term_Id = %1").arg(term)).toString(),
@@ -195,24 +188,32 @@ TEST_F(TermDatesScreen, UpdateStoresTheTermAndItsLessonCountsAsShown)
     EXPECT_FALSE(screen && screen->isVisible());
 }
 
-TEST_F(TermDatesScreen, AddNewLeavesNoTermNamedInTheListOverTheBlankScreen)
+// Clear names the boxes of a stored term that were changed; Clear and Add New
+// leave no term named in the list over the blank screen.
+TEST_F(TermDatesScreen, ClearNamesTheChangedBoxesAndClearAndAddNewLeaveNoTermNamed)
 {
     stored_term(QStringLiteral("January"), january_start, january_end);
     open();
+    retype(screen->txt_Term_Name, QStringLiteral("Jan"));
+    retype(screen->txt_End_Date, QStringLiteral("30 Jan 2026"));
+    tab_out(screen->txt_End_Date);
+    ScriptedBoxes()
+        .expect(QStringLiteral(" The name has changed. The End Date has changed.There are unsaved changes."), No, 36)
+        .during([&] { screen->mnu_Clear->trigger(); settle(); });
+    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
+    EXPECT_EQ(screen->txt_Term_Name->text(), QString());
+    EXPECT_EQ(screen->txt_Term_id->text(), QString());
+    EXPECT_EQ(screen->txg_Element[0]->text(), QString());
+    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("January"));
+
+    screen->cmb_Name->setCurrentIndex(0);
+    settle();
     ASSERT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
     click(screen->cmd_Add);
     EXPECT_EQ(screen->txt_Term_Name->text(), QString());
     EXPECT_EQ(screen->cmb_Name->currentIndex(), -1);
     EXPECT_EQ(screen->cmb_Name->currentText(), QString());
     EXPECT_EQ(screen->cmb_Name->count(), 1);  // the terms are still there to choose from
-
-    // Clear from the menu blanks the list's choice as well.
-    screen->cmb_Name->setCurrentIndex(0);
-    settle();
-    ASSERT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
-    screen->mnu_Clear->trigger();
-    settle();
-    EXPECT_EQ(screen->cmb_Name->currentText(), QString());
 }
 
 TEST_F(TermDatesScreen, ChangingATermWithInvoicesRemindsToReRunTheInvoicing)
@@ -221,12 +222,12 @@ TEST_F(TermDatesScreen, ChangingATermWithInvoicesRemindsToReRunTheInvoicing)
     school.add_invoice(school.add_family(QStringLiteral("Ashdown")), QStringLiteral("Spring fees"), january);
     open();
     retype(screen->txt_Term_Name, QStringLiteral("January 2026"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("You are making changes to a term that already has invoices. \nPlease remember to re-run "
-                                "the automated invoicing to change the invoices."),
-                 Ok, 64);
-    boxes.expect(QStringLiteral("Saved successfully"), Ok, 0);
-    click(screen->cmd_Save);
+    ScriptedBoxes()
+        .expect(QStringLiteral("You are making changes to a term that already has invoices. \nPlease remember to re-run "
+                               "the automated invoicing to change the invoices."),
+                Ok, 64)
+        .expect(QStringLiteral("Saved successfully"), Ok, 0)
+        .during([&] { click(screen->cmd_Save); });
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates WHERE Term_Id = %1").arg(january)).toString(),
               QStringLiteral("January 2026"));
     EXPECT_EQ(school.count(QStringLiteral("Invoices")), 1);
@@ -241,44 +242,22 @@ TEST_F(TermDatesScreen, AClickedHolidayIsCountedOffAndIfLeftUnsavedIsWarnedAbout
     click_cell(12);  // Friday 16 January
     EXPECT_EQ(frame_colour(screen->txg_Element[12]), pale_blue);
     EXPECT_EQ(totals(), QStringLiteral("4 4 4 4 4 3 4"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("You have changed holidays, which have changed the Totals. The Totals are VITAL.  If "
-                                    "you dont SAVE, the database will be out of step and your invoices will be calculated "
-                                    "incorrectly!There are unsaved changes.\n\nDo you wish to save them now?"),
-                     No, 36);
-        screen->mnu_Exit->trigger();
-        settle();
-    }
+    ScriptedBoxes()
+        .expect(QStringLiteral("You have changed holidays, which have changed the Totals. The Totals are VITAL.  If "
+                               "you dont SAVE, the database will be out of step and your invoices will be calculated "
+                               "incorrectly!There are unsaved changes.\n\nDo you wish to save them now?"),
+                No, 36)
+        .during([&] { screen->mnu_Exit->trigger(); settle(); });
     EXPECT_TRUE(menu.isVisible());
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT COUNT(*) FROM Holidays WHERE Day_Off LIKE '2026-01-16%'")).toInt(), 1);
     EXPECT_EQ(lessons(january, 6), 4);
 
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The database is out of date and MUST be saved to ensure correct operation.\nSave Now?"),
-                     No, 36);
-        open();
-    }
+    ScriptedBoxes()
+        .expect(QStringLiteral("The database is out of date and MUST be saved to ensure correct operation.\nSave Now?"),
+                No, 36)
+        .during([&] { open(); });
     EXPECT_EQ(field_colour(screen->txt_Total[5]), red);
     EXPECT_EQ(screen->txt_Total[5]->text(), QStringLiteral("3"));
-}
-
-TEST_F(TermDatesScreen, ChangedBoxesOfAStoredTermAreNamedWhenClearing)
-{
-    stored_term(QStringLiteral("January"), january_start, january_end);
-    open();
-    retype(screen->txt_Term_Name, QStringLiteral("Jan"));
-    retype(screen->txt_End_Date, QStringLiteral("30 Jan 2026"));
-    tab_out(screen->txt_End_Date);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral(" The name has changed. The End Date has changed.There are unsaved changes."), No, 36);
-    screen->mnu_Clear->trigger();
-    settle();
-    EXPECT_EQ(screen->txt_Term_Name->text(), QString());
-    EXPECT_EQ(screen->txt_Term_id->text(), QString());
-    EXPECT_EQ(screen->txg_Element[0]->text(), QString());
-    EXPECT_EQ(school.scalar(QStringLiteral("SELECT Term_Name FROM Term_Dates")).toString(), QStringLiteral("January"));
 }
 
 TEST_F(TermDatesScreen, TheCloseBoxAsksAboutANewTermAsExitDoes)
@@ -288,10 +267,8 @@ TEST_F(TermDatesScreen, TheCloseBoxAsksAboutANewTermAsExitDoes)
     QTest::keyClick(screen->txt_Term_Name, Qt::Key_Return);
     settle();
     EXPECT_EQ(QApplication::focusWidget(), screen->txt_Start_Date);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There are unsaved changes."), No, 36);
-    screen->close();
-    settle();
+    ScriptedBoxes().expect(QStringLiteral("There are unsaved changes."), No, 36)
+        .during([&] { screen->close(); settle(); });
     EXPECT_TRUE(menu.isVisible());
     EXPECT_FALSE(screen && screen->isVisible());
     EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 0);
@@ -301,12 +278,9 @@ TEST_F(TermDatesScreen, AnsweringSaveNowOnOpeningStoresTheCountsAsShown)
 {
     const int january = stored_term(QStringLiteral("January"), january_start, january_end);
     school.add_holiday(QDate(2026, 1, 21));  // a Wednesday added by another route
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Save Now?"), Yes, 36);
-        boxes.expect(QStringLiteral("Saved successfully"), Ok, 0);
-        open();
-    }
+    ScriptedBoxes().expect(QStringLiteral("Save Now?"), Yes, 36)
+        .expect(QStringLiteral("Saved successfully"), Ok, 0)
+        .during([&] { open(); });
     EXPECT_EQ(lessons(january, 4), 3);
     EXPECT_EQ(field_colour(screen->txt_Total[3]), teal);
     EXPECT_EQ(screen->cmb_Name->currentText(), QStringLiteral("January"));
@@ -314,32 +288,24 @@ TEST_F(TermDatesScreen, AnsweringSaveNowOnOpeningStoresTheCountsAsShown)
 
 // ---- Delete ----
 
-TEST_F(TermDatesScreen, DeletingATermShowsTheNextOne)
+// A term with invoices is refused by the deletion's own rules (term_calendar_test).
+TEST_F(TermDatesScreen, DeletingATermShowsTheNextOneAndATermNotYetStoredCannotBeDeleted)
 {
     const int february = stored_term(QStringLiteral("February"), february_start, february_end);
     stored_term(QStringLiteral("March"), QDate(2026, 3, 1), QDate(2026, 3, 28));
     open();
     ASSERT_EQ(screen->txt_Term_Name->text(), QStringLiteral("March"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Do you wish to DELETE term March from the database?"), Yes, 36);
-        boxes.expect(QStringLiteral("Term March successfully deleted"), Ok);
-        click(screen->cmd_Delete);
-    }
+    ScriptedBoxes().expect(QStringLiteral("Do you wish to DELETE term March from the database?"), Yes, 36)
+        .expect(QStringLiteral("Term March successfully deleted"), Ok)
+        .during([&] { click(screen->cmd_Delete); });
     EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 1);
     EXPECT_EQ(screen->txt_Term_id->text(), QString::number(february));
     EXPECT_EQ(screen->cmb_Name->count(), 1);
-}
 
-// A term with invoices is refused by the deletion's own rules (term_calendar_test).
-TEST_F(TermDatesScreen, ATermNotYetStoredCannotBeDeleted)
-{
-    stored_term(QStringLiteral("January"), january_start, january_end);
-    open();
     click(screen->cmd_Add);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("These dates have not yet been saved to the database, so cannot be deleted."), Ok, 0);
-    click(screen->cmd_Delete);
+    ScriptedBoxes()
+        .expect(QStringLiteral("These dates have not yet been saved to the database, so cannot be deleted."), Ok, 0)
+        .during([&] { click(screen->cmd_Delete); });
     EXPECT_EQ(school.count(QStringLiteral("Term_Dates")), 1);
 }
 

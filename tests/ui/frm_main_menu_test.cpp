@@ -10,7 +10,6 @@
 #include "shell/install_folder.h"
 #include "shell/selection_lists.h"
 #include "shell/settings.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
 #include "ui/shell/frm_about.h"
@@ -32,7 +31,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -84,10 +82,8 @@ TEST_F(MainMenu, WithoutADatabaseTheLabelIsEmptyAndEnterLeadsToChangingIt)
     bring_to_front(menu);
     EXPECT_EQ(menu->lbl_Current_DB_Name->text(), QString());
     EXPECT_TRUE(menu->cmd_Change_Database->isDefault());
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("This screen is not available yet."), engine::answer::Ok, engine::mb::OkOnly);
-    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : menu.data(), Qt::Key_Return);
-    settle();
+    ScriptedBoxes().expect(QStringLiteral("This screen is not available yet."), engine::answer::Ok, engine::mb::OkOnly)
+        .during([&] { QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : menu.data(), Qt::Key_Return); settle(); });
     EXPECT_TRUE(menu->isVisible());
 }
 
@@ -169,15 +165,16 @@ TEST_F(MainMenu, ExitAsksFirstAndYesEndsTheProgramWithEveryScreenAndDatabaseClos
     ASSERT_TRUE(teachers);
     teachers->hide();
     bring_to_front(menu);
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Have you finished working with QUILLARY?"), No, engine::mb::YesNo | engine::mb::Question)
-        .expect(QStringLiteral("Have you finished working with QUILLARY?"), Yes);
-    click(menu->cmd_exit);
+    ScriptedBoxes()
+        .expect(QStringLiteral("Have you finished working with QUILLARY?"), No, engine::mb::YesNo | engine::mb::Question)
+        .during([&] { click(menu->cmd_exit); });
     ASSERT_TRUE(menu);  // a No leaves everything as it was
     EXPECT_TRUE(menu->isVisible());
     EXPECT_NE(Current_Db(), nullptr);
-    click(menu->cmd_exit);
-    settle();
+    ScriptedBoxes().expect(QStringLiteral("Have you finished working with QUILLARY?"), Yes).during([&] {
+        click(menu->cmd_exit);
+        settle();
+    });
     EXPECT_FALSE(menu);
     EXPECT_FALSE(teachers);
     EXPECT_EQ(Current_Db(), nullptr);
@@ -193,7 +190,7 @@ TEST_F(MainMenu, TheWindowsCloseBoxEndsWithoutAsking)
     EXPECT_EQ(Current_Db(), nullptr);
 }
 
-TEST_F(MainMenu, AboutOpensAndGoesBack)
+TEST_F(MainMenu, AboutAndTheLogViewerOpenAndGoBackAndTheViewerShowsTheEndOfTheLog)
 {
     bring_to_front(menu);
     menu->mnu_About->trigger();
@@ -204,15 +201,11 @@ TEST_F(MainMenu, AboutOpensAndGoesBack)
     about->mnu_exit->trigger();
     settle();
     EXPECT_TRUE(menu->isVisible());
-}
 
-TEST_F(MainMenu, TheLogViewerShowsTheEndOfTheLog)
-{
-    QFile log(Current_Log_File());
-    ASSERT_TRUE(log.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QString log;
     for (int i = 1; i <= 200; ++i)
-        log.write(QStringLiteral("2026-01-01 10:00:00 -- globals    : entry %1 .\n").arg(i).toUtf8());
-    log.close();
+        log += QStringLiteral("2026-01-01 10:00:00 -- globals    : entry %1 .\n").arg(i);
+    school.write_file(QStringLiteral("quillary.log"), log);
     bring_to_front(menu);
     menu->mnu_View_Auditlog->trigger();
     settle();
@@ -231,13 +224,10 @@ TEST_F(MainMenu, TheLogViewerShowsTheEndOfTheLog)
 
 TEST_F(MainMenu, HelpOpensTheManualsPageForTheScreen)
 {
-    QTemporaryDir install;
-    set_install_folder_for_tests(install.path());
-    QDir(install.path()).mkdir(QStringLiteral("manual"));
-    for (const char* page : {"1000.html", "1010.html"}) {
-        QFile file(install.filePath(QStringLiteral("manual/") + QString::fromLatin1(page)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
+    set_install_folder_for_tests(school.file(QStringLiteral("install")));
+    ASSERT_TRUE(QDir().mkpath(school.file(QStringLiteral("install/manual"))));
+    for (const char* page : {"1000.html", "1010.html"})
+        school.write_file(QStringLiteral("install/manual/") + QLatin1String(page), QString());
     const auto page_on_view = [] {
         HelpWindow* window = existing_help_window();
         return window && window->isVisible() ? QFileInfo(window->page()).fileName() : QString();

@@ -26,10 +26,8 @@ class SelectFile : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        for (const char* name : {"old.mdb", "notes.txt"}) {
-            QFile file(folder.filePath(QString::fromLatin1(name)));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        }
+        for (const char* name : {"old.mdb", "notes.txt"})
+            EXPECT_TRUE(QFile(folder.filePath(QString::fromLatin1(name))).open(QIODevice::WriteOnly));
         QDir(folder.path()).mkdir(QStringLiteral("backups"));
         Glob_File_Select() = FileSelectRecord{};
         Glob_File_Select().Start_Path = folder.path();
@@ -54,13 +52,16 @@ protected:
     QPointer<frm_Select_File> selector;
 };
 
-TEST_F(SelectFile, ANewNameWithoutExtensionTakesTheDefaultOneAndShowsIt)
+TEST_F(SelectFile, ARequiredNewNameMustBeTypedAndWithoutExtensionTakesTheDefaultOne)
 {
     Glob_File_Select().Select_New_File = true;
     Glob_File_Select().Name_Required = true;
     open();
     EXPECT_EQ(selector->windowTitle(), file_select::caption_of(Glob_File_Select()));
     EXPECT_TRUE(selector->txt_New_File->isVisible());
+    ScriptedBoxes().expect(QStringLiteral("Please enter a new file"), engine::answer::Ok, engine::mb::Information)
+        .during([&] { selector->cmd_Select_Click(); });
+    EXPECT_TRUE(selector->isVisible());
     type_into(selector->txt_New_File, QStringLiteral("spring"));
     click(selector->cmd_Select);
     EXPECT_EQ(selector->txt_New_File->text(), QStringLiteral("spring.mdb"));
@@ -71,17 +72,6 @@ TEST_F(SelectFile, ANewNameWithoutExtensionTakesTheDefaultOneAndShowsIt)
     EXPECT_EQ(chosen.Out_File, QStringLiteral("spring.mdb"));
     EXPECT_EQ(chosen.Out_Path, folder.filePath(QStringLiteral("spring.mdb")));
     EXPECT_EQ(chosen.Out_Drive, QStringLiteral("/"));
-}
-
-TEST_F(SelectFile, ARequiredNameMustBeTyped)
-{
-    Glob_File_Select().Select_New_File = true;
-    Glob_File_Select().Name_Required = true;
-    open();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Please enter a new file"), engine::answer::Ok, engine::mb::Information);
-    selector->cmd_Select_Click();
-    EXPECT_TRUE(selector->isVisible());
 }
 
 TEST_F(SelectFile, CancelLeavesNoPathButTheFolderOnShow)
@@ -104,11 +94,8 @@ TEST_F(SelectFile, AnExistingFileIsChosenFromTheListAndNothingChosenIsRefused)
     EXPECT_FALSE(selector->txt_New_File->isVisible());
     EXPECT_EQ(selector->directory().absolutePath(), folder.path());
     EXPECT_EQ(selector->cmb_file_type->count(), 2);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Please select a file"), engine::answer::Ok, engine::mb::Information);
-        selector->cmd_Select_Click();
-    }
+    ScriptedBoxes().expect(QStringLiteral("Please select a file"), engine::answer::Ok, engine::mb::Information)
+        .during([&] { selector->cmd_Select_Click(); });
     selector->selectFile(folder.filePath(QStringLiteral("old.mdb")));
     selector->cmd_Select_Click();
     EXPECT_EQ(selector->result(), QDialog::Accepted);

@@ -7,7 +7,6 @@
 #include "engine/msg_box.h"
 #include "screen_driver.h"
 #include "shell/install_folder.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "toolkit/help_pages.h"
 #include "ui/people/frm_teachers.h"
@@ -18,7 +17,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -48,7 +46,7 @@ protected:
     void SetUp() override
     {
         ScreenTest::SetUp();
-        set_install_folder_for_tests(install.path());
+        set_install_folder_for_tests(school.file(QStringLiteral("install")));
         help::help_is_open() = false;
     }
     void TearDown() override
@@ -61,16 +59,12 @@ protected:
 
     void install_manual()
     {
-        QDir(install.path()).mkdir(QStringLiteral("manual"));
-        for (const auto& page : manual_pages) {
-            QFile file(install.filePath(QStringLiteral("manual/") + QString::fromLatin1(page.file)));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(QStringLiteral("<html><head><title>%1</title></head><body><h1>%1</h1>"
-                                      "<p>Some words, then <a href=\"%2\">%3</a>.</p></body></html>")
-                           .arg(QString::fromLatin1(page.title), QString::fromLatin1(page.link_to),
-                                QString::fromLatin1(page.link_text))
-                           .toUtf8());
-        }
+        ASSERT_TRUE(QDir().mkpath(school.file(QStringLiteral("install/manual"))));
+        for (const auto& page : manual_pages)
+            school.write_file(QStringLiteral("install/manual/") + QLatin1String(page.file),
+                              QStringLiteral("<html><head><title>%1</title></head><body><h1>%1</h1>"
+                                             "<p>Some words, then <a href=\"%2\">%3</a>.</p></body></html>")
+                                  .arg(QLatin1String(page.title), QLatin1String(page.link_to), QLatin1String(page.link_text)));
     }
 
     static QString page_on_view()
@@ -91,8 +85,6 @@ protected:
         QTest::mouseClick(browser->viewport(), Qt::LeftButton, Qt::NoModifier, where);
         settle();
     }
-
-    QTemporaryDir install;
 };
 
 TEST_F(HelpWindowTest, HelpOnAScreenShowsItsPageAndLinksContentsBackAndForwardMoveAboutTheManual)
@@ -145,14 +137,10 @@ TEST_F(HelpWindowTest, HelpOnAScreenShowsItsPageAndLinksContentsBackAndForwardMo
 TEST_F(HelpWindowTest, AManualThatIsNotInstalledIsSaidToBeMissingAndWhere)
 {
     open();
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("The help pages cannot be found.\nThey belong in the folder ")
-                         + QDir::toNativeSeparators(install.filePath(QStringLiteral("manual"))),
-                     engine::answer::Ok, engine::mb::Information);
-        screen->mnu_Help->trigger();
-        settle();
-    }
+    ScriptedBoxes().expect(QStringLiteral("The help pages cannot be found.\nThey belong in the folder ")
+                           + QDir::toNativeSeparators(school.file(QStringLiteral("install/manual"))),
+                           engine::answer::Ok, engine::mb::Information)
+        .during([&] { screen->mnu_Help->trigger(); settle(); });
     EXPECT_EQ(page_on_view(), QString());
     EXPECT_FALSE(help::help_is_open());
 }

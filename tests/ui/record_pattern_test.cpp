@@ -9,7 +9,6 @@
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/new_course_and_activity.h"
 #include "support/scripted_boxes.h"
 #include "ui/toolkit/screen_kit.h"
@@ -121,30 +120,26 @@ protected:
 using PatternScreens = ::testing::Types<Teachers, Families, Courses>;
 TYPED_TEST_SUITE(RecordPattern, PatternScreens);
 
-TYPED_TEST(RecordPattern, AnEmptyTableOpensReadyToAddTheFirstRecord)
+TYPED_TEST(RecordPattern, AnEmptyTableOpensReadyToAddAndTypingWithoutAddNewIsRefusedAndUndone)
 {
     this->open_empty();
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::Add);
     EXPECT_EQ(this->status(), QStringLiteral("Adding a new ") + QString::fromLatin1(TypeParam::noun));
     EXPECT_EQ(QApplication::focusWidget(), TypeParam::first_field(this->screen));
-}
 
-TYPED_TEST(RecordPattern, TypingOnAnEmptyTableWithoutAddNewIsRefusedAndUndone)
-{
-    this->open_empty();
+    // Typing once the addition is cancelled is refused and undone.
     click(this->screen->cmd_Cancel);
     EXPECT_EQ(this->status(), QStringLiteral("Addition cancelled"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There is no record to edit. \nChoose a %1 to edit, or press Add New")
-                     .arg(QString::fromLatin1(TypeParam::title_words)),
-                 Yes, engine::mb::OkOnly);
-    this->change_field();
+    ScriptedBoxes().expect(QStringLiteral("There is no record to edit. \nChoose a %1 to edit, or press Add New")
+                           .arg(QString::fromLatin1(TypeParam::title_words)),
+                           Yes, engine::mb::OkOnly)
+        .during([&] { this->change_field(); });
     EXPECT_EQ(this->field()->text(), QString());
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::None);
     EXPECT_EQ(this->stored_count(), 0);
 }
 
-TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndSayWhenThereAreNoMore)
+TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndANoToDeletingKeepsOne)
 {
     this->open_with_two();
     EXPECT_EQ(this->screen->cmb_Names->count(), 2);
@@ -158,6 +153,14 @@ TYPED_TEST(RecordPattern, TheCommandsAndTheListMoveThroughTheRecordsAndSayWhenTh
     EXPECT_EQ(this->status(), QString());
     click(this->screen->cmd_Prev);
     EXPECT_EQ(this->status(), QStringLiteral("There are no more records"));
+    EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
+
+    // A No to the deletion question keeps the record.
+    ScriptedBoxes()
+        .expect(QStringLiteral("Do you really want to delete Ada"), No, engine::mb::YesNo | engine::mb::Question)
+        .during([&] { click(this->screen->cmd_Delete); });
+    EXPECT_EQ(this->status(), QStringLiteral("Deletion cancelled"));
+    EXPECT_EQ(this->stored_count(), 2);
     EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
 
     this->screen->cmb_Names->setFocus();
@@ -183,32 +186,29 @@ TYPED_TEST(RecordPattern, LeavingAChangedFieldStartsAnEditInLightBlueAndUpdateSt
     EXPECT_EQ(this->stored_field().toString(), QStringLiteral("Ward"));
 }
 
-TYPED_TEST(RecordPattern, MovingAddingAndDeletingAreRefusedWhileChangesAreOutstanding)
+TYPED_TEST(RecordPattern, WhileChangesAreOutstandingMovingAddingAndDeletingAreRefusedAndCancelPutsBackTheRecord)
 {
     this->open_with_two();
     this->change_field();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("There are changes outstanding - cannot move"))
+    ScriptedBoxes().expect(QStringLiteral("There are changes outstanding - cannot move"))
         .expect(QStringLiteral("There are changes already in progress"))
         .expect(QStringLiteral("There are changes in progress - cannot delete"))
-        .expect(QStringLiteral("There are outstanding changes."));
-    click(this->screen->cmd_Next);
-    click(this->screen->cmd_Add);
-    click(this->screen->cmd_Delete);
-    this->screen->cmb_Names->setFocus();
-    QTest::keyClick(this->screen->cmb_Names, Qt::Key_Down);
-    settle();
+        .expect(QStringLiteral("There are outstanding changes."))
+        .during([&] {
+            click(this->screen->cmd_Next);
+            click(this->screen->cmd_Add);
+            click(this->screen->cmd_Delete);
+            this->screen->cmb_Names->setFocus();
+            QTest::keyClick(this->screen->cmb_Names, Qt::Key_Down);
+            settle();
+        });
     EXPECT_EQ(this->screen->cmb_Names->currentText(), QStringLiteral("Ada"));
     EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
     EXPECT_EQ(this->field()->text(), QStringLiteral("Ward"));
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
     EXPECT_EQ(this->stored_count(), 2);
-}
 
-TYPED_TEST(RecordPattern, CancelPutsBackWhatTheRecordHoldsAndNothingChangedIsNothingToDo)
-{
-    this->open_with_two();
-    this->change_field();
+    // Cancel puts back what the record holds; then nothing changed is nothing to do.
     click(this->screen->cmd_Cancel);
     EXPECT_EQ(this->status(), QStringLiteral("Change cancelled"));
     EXPECT_EQ(this->field()->text(), QString());
@@ -250,19 +250,13 @@ TYPED_TEST(RecordPattern, ATitleIsRequiredAndMayNotHoldQuotesAndNothingIsStored)
     const QString before = this->school.dump();
     click(this->screen->cmd_Add);
     type_into(this->field(), QStringLiteral("Ward"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QString::fromLatin1(TypeParam::title_missing), Yes, engine::mb::OkOnly);
-        click(this->screen->cmd_Update);
-    }
+    ScriptedBoxes().expect(QString::fromLatin1(TypeParam::title_missing), Yes, engine::mb::OkOnly)
+        .during([&] { click(this->screen->cmd_Update); });
     EXPECT_EQ(QApplication::focusWidget(), TypeParam::title(this->screen));
     TypeParam::title(this->screen)->setText(QStringLiteral("O\"Neil"));
-    {
-        // Pressed by program: a click would leave the title and have it checked there first.
-        ScriptedBoxes boxes;
-        boxes.expect(QString::fromLatin1(TypeParam::title_quotes), Yes, engine::mb::OkOnly);
-        this->screen->cmd_Update_Click();
-    }
+    // Pressed by program: a click would leave the title and have it checked there first.
+    ScriptedBoxes().expect(QString::fromLatin1(TypeParam::title_quotes), Yes, engine::mb::OkOnly)
+        .during([&] { this->screen->cmd_Update_Click(); });
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::Add);
     EXPECT_EQ(this->school.dump().toStdString(), before.toStdString());
 }
@@ -274,11 +268,8 @@ TYPED_TEST(RecordPattern, ADuplicateIsRefusedWithTheScreensWordsAndTheEditGoesOn
     retype(TypeParam::title(this->screen), QStringLiteral("Ada"));
     tab_out(TypeParam::title(this->screen));
     ASSERT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QString::fromLatin1(TypeParam::duplicate), Yes, engine::mb::OkOnly);
-        click(this->screen->cmd_Update);
-    }
+    ScriptedBoxes().expect(QString::fromLatin1(TypeParam::duplicate), Yes, engine::mb::OkOnly)
+        .during([&] { click(this->screen->cmd_Update); });
     EXPECT_EQ(this->screen->EditMode(), engine::editmode::InProgress);
     EXPECT_EQ(QApplication::focusWidget(), TypeParam::title(this->screen));
     EXPECT_EQ(field_colour(TypeParam::title(this->screen)), colours::Highlight);
@@ -289,41 +280,24 @@ TYPED_TEST(RecordPattern, ADuplicateIsRefusedWithTheScreensWordsAndTheEditGoesOn
     EXPECT_EQ(this->screen->cmb_Names->currentText(), QStringLiteral("Beatrix"));
 }
 
-TYPED_TEST(RecordPattern, ANoToTheDeletionQuestionKeepsTheRecord)
-{
-    this->open_with_two();
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("Do you really want to delete Ada"), No, engine::mb::YesNo | engine::mb::Question);
-    click(this->screen->cmd_Delete);
-    EXPECT_EQ(this->status(), QStringLiteral("Deletion cancelled"));
-    EXPECT_EQ(this->stored_count(), 2);
-    EXPECT_EQ(this->shown(), QStringLiteral("Ada"));
-}
-
 // Exit and the window's close box ask about a change still in its field: Yes
 // saves and stays, No drops it and goes back to the menu.
 TYPED_TEST(RecordPattern, LeavingWithAChangeStillInItsFieldAsksFirst)
 {
     this->open_with_two();
     type_into(this->field(), QStringLiteral("Ward"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("You have made changes that have not been stored in the database.\n"
-                                    "Do you wish to save the changes?"),
-                     Yes, engine::mb::YesNo | engine::mb::Question);
-        this->screen->close();
-        settle();
-    }
+    ScriptedBoxes().expect(QStringLiteral("You have made changes that have not been stored in the database.\n"
+                                          "Do you wish to save the changes?"),
+                           Yes, engine::mb::YesNo | engine::mb::Question)
+        .during([&] { this->screen->close(); settle(); });
     ASSERT_TRUE(this->screen);
     EXPECT_TRUE(this->screen->isVisible());
     EXPECT_EQ(this->status(), QStringLiteral("Ada updated successfully"));
     EXPECT_EQ(this->stored_field().toString(), QStringLiteral("Ward"));
 
     retype(this->field(), QStringLiteral("Smith"));
-    ScriptedBoxes boxes;
-    boxes.expect(QStringLiteral("You have made changes"), No);
-    this->screen->mnu_Exit->trigger();
-    settle();
+    ScriptedBoxes().expect(QStringLiteral("You have made changes"), No)
+        .during([&] { this->screen->mnu_Exit->trigger(); settle(); });
     EXPECT_FALSE(this->screen);
     EXPECT_TRUE(this->menu.isVisible());
     EXPECT_EQ(this->stored_field().toString(), QStringLiteral("Ward"));

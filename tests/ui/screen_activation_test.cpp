@@ -6,7 +6,6 @@
 
 #include "engine/msg_box.h"
 #include "screen_driver.h"
-#include "support/current_school.h"
 
 #include <QShowEvent>
 #include <QWindow>
@@ -42,7 +41,7 @@ void wait_for(const std::function<bool()>& done)
         QTest::qWait(10);
 }
 
-TEST(ScreenActivation, ActivateRunsAfterTheShowOnceTheWindowIsOnTheDisplay)
+TEST(ScreenActivation, ActivateRunsOnceTheWindowIsOnTheDisplayAndNotForOneHiddenOrDeletedBefore)
 {
     ActivatedScreen screen;
     screen.show();
@@ -57,10 +56,8 @@ TEST(ScreenActivation, ActivateRunsAfterTheShowOnceTheWindowIsOnTheDisplay)
     wait_for([&] { return screen.activations > 1; });
     settle();
     EXPECT_EQ(screen.activations, 2);
-}
 
-TEST(ScreenActivation, AScreenHiddenBeforeItIsOnViewIsNotActivatedAndOneDeletedIsForgotten)
-{
+    // A screen hidden before it is on view is not activated, and one deleted is forgotten.
     ActivatedScreen hidden;
     hidden.show();
     hidden.hide();

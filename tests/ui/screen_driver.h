@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QStringList>
 #include <QTest>
 #include <QWidget>
 
@@ -82,6 +83,16 @@ inline int row_showing(const QAbstractItemView* view, const QString& text, int c
     return -1;
 }
 
+// What a list or combo box offers, top to bottom.
+template <typename View>
+QStringList entries(const View* view)
+{
+    QStringList texts;
+    for (int row = 0; row < view->model()->rowCount(); ++row)
+        texts << view->model()->index(row, 0).data().toString();
+    return texts;
+}
+
 // A click on the row showing `text`, with Ctrl to add it to those chosen.
 inline void click_row(QAbstractItemView* view, const QString& text, bool add = false, int column = 0)
 {
@@ -95,7 +106,7 @@ inline void click_row(QAbstractItemView* view, const QString& text, bool add = f
 // A test of one screen on a school that is the current database, opened from
 // a stand-in main menu; the screen is unloaded and the way back forgotten at
 // the end.
-template <typename Screen>
+template <typename Screen, typename School = testing_support::CurrentSchool>
 class ScreenTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -118,7 +129,7 @@ protected:
         Glob_Return_Form() = nullptr;
     }
 
-    testing_support::CurrentSchool school;
+    School school;
     QWidget menu;
     QPointer<Screen> screen;
 };

@@ -17,7 +17,6 @@
 #include "ui/shell/switch_screen.h"
 
 #include "screen_driver.h"
-#include "support/current_school.h"
 #include "support/scripted_boxes.h"
 #include "shell/install_folder.h"
 #include "shell/selection_lists.h"

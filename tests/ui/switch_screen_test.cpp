@@ -45,7 +45,7 @@ protected:
     QPointer<QWidget> b;
 };
 
-TEST_F(SwitchScreen, MenuToAToBBackToABackToMenu)
+TEST_F(SwitchScreen, MenuToAToBBackToABackToMenuWhichIsHiddenButNeverUnloaded)
 {
     a = make_screen(QStringLiteral("frm_A"));
     b = make_screen(QStringLiteral("frm_B"));
@@ -74,10 +74,8 @@ TEST_F(SwitchScreen, MenuToAToBBackToABackToMenu)
     EXPECT_FALSE(a);
     EXPECT_TRUE(menu->isVisible());
     EXPECT_EQ(Glob_Return_Form(), nullptr);
-}
 
-TEST_F(SwitchScreen, TheMenuIsHiddenButNeverUnloaded)
-{
+    // The menu is hidden but never unloaded.
     a = make_screen(QStringLiteral("frm_A"));
     Switch_Screen(menu, a, false);
     Switch_Screen(a, menu, false);

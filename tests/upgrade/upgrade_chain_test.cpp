@@ -84,7 +84,8 @@ protected:
 
 TEST_F(UpgradeTest, AVersionOneFileTakesElevenStepsAndGetsTheQueriesAndSchemaOfANewFile)
 {
-    const QString path = old_file(1);
+    // A column that is there already is passed over.
+    const QString path = old_file(1, QStringLiteral("ALTER TABLE Pupils ADD COLUMN Pupil_Marker TEXT(10)"));
     const QString current = folder.file(QStringLiteral("current.qdb"));
     make_old_version_file(current, 13);
     {
@@ -108,7 +109,7 @@ TEST_F(UpgradeTest, AVersionOneFileTakesElevenStepsAndGetsTheQueriesAndSchemaOfA
     EXPECT_EQ(value_in(path, "SELECT group_concat(Pupil_FirstName) FROM Pupils"), "Anna,Ben,Cara");
 }
 
-TEST_F(UpgradeTest, VersionsTenAndElevenShareAStepAndTwelveTakesOnlyTheLast)
+TEST_F(UpgradeTest, VersionsTenAndElevenShareAStepTwelveTakesOnlyTheLastAndZeroIsRefused)
 {
     ASSERT_TRUE(upgrade(old_file(11)));
     EXPECT_EQ(steps_run(), (QStringList{"10 to 12", "12 to 13"}));
@@ -117,50 +118,25 @@ TEST_F(UpgradeTest, VersionsTenAndElevenShareAStepAndTwelveTakesOnlyTheLast)
     QFile::remove(Current_Log_File());
     ASSERT_TRUE(upgrade(old_file(12)));
     EXPECT_EQ(steps_run(), QStringList{"12 to 13"});
-}
 
-TEST_F(UpgradeTest, VersionZeroIsRefusedAndTheFileStaysAsItWas)
-{
+    // Version 0 is refused, and the file stays as it was.
+    QFile::remove(Current_Log_File());
     const QString path = old_file(0);
     const QByteArray before = digest_of(path);
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Could not upgrade the database"), engine::answer::Ok, engine::mb::Critical);
-        EXPECT_FALSE(upgrade(path));
-    }
+    ScriptedBoxes().expect(QStringLiteral("Could not upgrade the database"), engine::answer::Ok, engine::mb::Critical)
+        .during([&] { EXPECT_FALSE(upgrade(path)); });
     EXPECT_TRUE(steps_run().isEmpty());
     EXPECT_TRUE(folder.log_text().contains(QStringLiteral("DB_Upgrade_Database")));
     EXPECT_EQ(digest_of(path), before);
-}
-
-TEST_F(UpgradeTest, AColumnThatExistsAlreadyIsPassedOver)
-{
-    const QString path = old_file(1, QStringLiteral("ALTER TABLE Pupils ADD COLUMN Pupil_Marker TEXT(10)"));
-    ASSERT_TRUE(upgrade(path));
-    EXPECT_EQ(value_in(path, "SELECT s_DB_Type FROM Sys_tab"), "13");
 }
 
 // ---- what the steps leave ----
 
 // Files of 7 already have the index Activity_Dates, which the step 7 to 8
 // makes again: from that step on, an existing index is passed over.
-TEST_F(UpgradeTest, EachOldFreeTextTeacherBecomesOneTeacherAndEachDateWithEntriesATitle)
-{
-    const QString path = old_file(7);
-    ASSERT_TRUE(upgrade(path));
-    // Two courses share "Miss Jones"; the empty text gives one teacher; the null none.
-    EXPECT_EQ(values_in(path, "SELECT Teacher_NickName FROM Teachers ORDER BY Teacher_NickName"),
-              (QStringList{"", "Miss Jones", "Mr Brown"}));
-    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Teachers WHERE Teacher_Name IS NULL AND Teacher_SurName IS NULL"), "3");
-    // The links are left for the user to make, and the old text stays.
-    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Courses WHERE Course_Teacher_id IS NOT NULL"), "0");
-    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Courses WHERE Course_Teacher = 'Miss Jones'"), "2");
-    EXPECT_EQ(values_in(path, "SELECT ActT_Date || ' ' || ActT_Title FROM Activity_Titles ORDER BY ActT_Date"),
-              (QStringList{"2026-03-14 00:00:00 Activity", "2026-03-21 00:00:00 Activity",
-                           "2026-07-04 00:00:00 Activity"}));
-}
-
-TEST_F(UpgradeTest, AfterTheStepSevenToEightAPupilMayTakeAnActivityOnSeveralDates)
+// From 7, each old free-text teacher becomes one teacher, each date with
+// entries a title, and a pupil may take an activity on several dates.
+TEST_F(UpgradeTest, FromSevenOldTeachersBecomeTeachersDatesGetTitlesAndAnActivityMayBeTakenOnSeveralDates)
 {
     const QString another_day =
         QStringLiteral("INSERT INTO Exam_Results (Results_Pupil_id, Results_Exam_id, Results_Date) VALUES (1, 1, '%1')");
@@ -174,6 +150,16 @@ TEST_F(UpgradeTest, AfterTheStepSevenToEightAPupilMayTakeAnActivityOnSeveralDate
     };
     EXPECT_EQ(refusal("2026-05-01"), engine::jet::DuplicateKey);
     ASSERT_TRUE(upgrade(path));
+    // Two courses share "Miss Jones"; the empty text gives one teacher; the null none.
+    EXPECT_EQ(values_in(path, "SELECT Teacher_NickName FROM Teachers ORDER BY Teacher_NickName"),
+              (QStringList{"", "Miss Jones", "Mr Brown"}));
+    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Teachers WHERE Teacher_Name IS NULL AND Teacher_SurName IS NULL"), "3");
+    // The links are left for the user to make, and the old text stays.
+    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Courses WHERE Course_Teacher_id IS NOT NULL"), "0");
+    EXPECT_EQ(value_in(path, "SELECT count(*) FROM Courses WHERE Course_Teacher = 'Miss Jones'"), "2");
+    EXPECT_EQ(values_in(path, "SELECT ActT_Date || ' ' || ActT_Title FROM Activity_Titles ORDER BY ActT_Date"),
+              (QStringList{"2026-03-14 00:00:00 Activity", "2026-03-21 00:00:00 Activity",
+                           "2026-07-04 00:00:00 Activity"}));
     EXPECT_EQ(refusal("2026-05-01"), 0);
     EXPECT_EQ(refusal("2026-03-14"), engine::jet::DuplicateKey);
 }
@@ -197,12 +183,9 @@ TEST_F(UpgradeTest, AFailedStepLeavesTheLastFinishedVersionAndTheNextOpenAsksAga
 {
     // A file without Results_Uniq can't have it dropped by the step 7 to 8.
     const QString path = old_file(5, QStringLiteral("DROP INDEX Results_Uniq"));
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(old_version_question, engine::answer::Yes);
-        boxes.expect(QStringLiteral("Could not upgrade the database from 7 to 8"), engine::answer::Ok, engine::mb::OkOnly);
-        EXPECT_FALSE(DB_Open(path));
-    }
+    ScriptedBoxes().expect(old_version_question, engine::answer::Yes)
+        .expect(QStringLiteral("Could not upgrade the database from 7 to 8"), engine::answer::Ok, engine::mb::OkOnly)
+        .during([&] { EXPECT_FALSE(DB_Open(path)); });
     EXPECT_EQ(Current_Db(), nullptr);
     EXPECT_EQ(steps_run(), (QStringList{"5 to 6", "6 to 7"}));
     EXPECT_TRUE(folder.log_text().contains(QStringLiteral("Results Uniquein DB_Upgrade_7_to_8")));
@@ -211,9 +194,8 @@ TEST_F(UpgradeTest, AFailedStepLeavesTheLastFinishedVersionAndTheNextOpenAsksAga
     EXPECT_FALSE(columns(path, "Exams").contains(QStringLiteral("Exam_Faculty")));
     EXPECT_TRUE(values_in(path, "SELECT name FROM sqlite_master WHERE name = 'Teachers'").isEmpty());
 
-    ScriptedBoxes boxes;
-    boxes.expect(old_version_question, engine::answer::No);
-    EXPECT_FALSE(DB_Open(path));
+    ScriptedBoxes().expect(old_version_question, engine::answer::No)
+        .during([&] { EXPECT_FALSE(DB_Open(path)); });
 }
 
 // The failed step goes back whole, its label on the log ("in" after a blank
