@@ -67,12 +67,10 @@ FamilyAccountScreen::~FamilyAccountScreen() = default;
 void FamilyAccountScreen::build()
 {
     auto* layout = new QVBoxLayout(this);
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
 
     frame_Navigation = new QGroupBox(this);
     frame_Navigation->setObjectName(QStringLiteral("frame_Navigation"));
@@ -101,14 +99,9 @@ void FamilyAccountScreen::build()
     invoice_area_ = new QVBoxLayout;
     layout->addLayout(invoice_area_, 1);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = read_only_box(frame_status, QStringLiteral("txt_Status"));
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     connect(cmd_First, &QPushButton::clicked, this, &FamilyAccountScreen::cmd_First_Click);
     connect(cmd_Prev, &QPushButton::clicked, this, &FamilyAccountScreen::cmd_Prev_Click);

@@ -222,15 +222,9 @@ void frm_Auto_Invoice::build_controls()
     frame_Scripts->hide();
     layout->addWidget(frame_Scripts);
 
-    frame_status = make_frame(this, QStringLiteral("frame_status"), QStringLiteral("Status Message"), Glob_Form_Colour());
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = new QLineEdit(frame_status);
-    txt_Status->setObjectName(QStringLiteral("txt_Status"));
-    txt_Status->setReadOnly(true);
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     resize(minimumSizeHint().expandedTo(QSize(760, 500)));
 }

@@ -129,12 +129,10 @@ void frm_Invoice_Lines::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(8);
 
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
 
     // The family invoiced, for reading only.
     auto* family = new QHBoxLayout;
@@ -243,13 +241,9 @@ void frm_Invoice_Lines::build_controls()
     line->addLayout(line_commands, 4, 0, 1, 3);
     layout->addWidget(frame_Line, 3);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = make_shown_box(frame_status, QStringLiteral("txt_Status"));
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     setTabOrder(txt_Date, txt_Reason);
     setTabOrder(txt_Reason, txt_Notes);

@@ -97,12 +97,10 @@ void frm_Register::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(8);
 
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
 
     dbg_Course = make_grid(QStringLiteral("dbg_Course"), QStringLiteral("Course List"), course_caption);
     dbg_Pupil = make_grid(QStringLiteral("dbg_Pupil"), QStringLiteral("Pupil List"), pupil_caption);
@@ -157,16 +155,9 @@ void frm_Register::build_controls()
     grids->addLayout(column(register_caption, dbg_Register, under_register), 4);
     layout->addLayout(grids, 1);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = new QLineEdit(frame_status);
-    txt_Status->setObjectName(QStringLiteral("txt_Status"));
-    txt_Status->setReadOnly(true);
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     setTabOrder(dbg_Course, dbg_Pupil);
     setTabOrder(dbg_Pupil, cmd_Add);

@@ -248,12 +248,10 @@ frm_Pupil::~frm_Pupil()
 void frm_Pupil::build()
 {
     auto* layout = new QVBoxLayout(this);
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
 
     frame_Navigation = new QGroupBox(this);
     frame_Navigation->setObjectName(QStringLiteral("frame_Navigation"));
@@ -311,16 +309,9 @@ void frm_Pupil::build()
         commands->addWidget(button);
     layout->addLayout(commands);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = new QLineEdit(frame_status);
-    txt_Status->setObjectName(QStringLiteral("txt_Status"));
-    txt_Status->setReadOnly(true);
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 }
 
 QLineEdit* frm_Pupil::line(QWidget* parent, const QString& name)

@@ -209,17 +209,9 @@ void frm_Pupil_Import::build_controls()
     cmd_Cancel->setEnabled(false);
     layout->addLayout(commands);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    set_frame_colour(frame_status, Glob_Form_Colour());
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = new QLineEdit(frame_status);
-    txt_Status->setObjectName(QStringLiteral("txt_Status"));
-    txt_Status->setReadOnly(true);
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     Enter_To_Tab(txt_File_Name);
     setTabOrder(txt_File_Name, cmd_Select);

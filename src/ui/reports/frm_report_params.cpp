@@ -166,12 +166,10 @@ void frm_Report_Params::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(8);
 
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
 
     frame_Terms = build_frame(QStringLiteral("frame_Terms"), QStringLiteral("Term"), opt_All_Terms,
                               QStringLiteral("opt_All_Terms"), QStringLiteral("All Terms"), opt_Specific_Terms,
@@ -246,16 +244,9 @@ void frm_Report_Params::build_controls()
     bottom->addWidget(cmd_Go, 0, Qt::AlignBottom);
     layout->addLayout(bottom);
 
-    frame_status = new QGroupBox(QStringLiteral("Status Message"), this);
-    frame_status->setObjectName(QStringLiteral("frame_status"));
-    auto* status = new QHBoxLayout(frame_status);
-    txt_Status = new QLineEdit(frame_status);
-    txt_Status->setObjectName(QStringLiteral("txt_Status"));
-    txt_Status->setReadOnly(true);
-    txt_Status->setFocusPolicy(Qt::NoFocus);
-    txt_Status->setAccessibleName(frame_status->title());
-    status->addWidget(txt_Status);
-    layout->addWidget(frame_status);
+    const StatusLine status_line = add_status_line(this, layout);
+    frame_status = status_line.frame;
+    txt_Status = status_line.text;
 
     for (QLineEdit* field : {txt_Course_Hourly_Rate, txt_Exam_Hourly_Rate}) {
         bindings_.push_back(make_bound_field(field, field == txt_Course_Hourly_Rate ? QStringLiteral("Deflt_Course_Hourly_Rate")

@@ -36,12 +36,10 @@ frm_About::frm_About(QWidget* parent) : QWidget(parent, Qt::Window)
 
     // The menu, the program's name in large letters, then its particulars.
     auto* layout = new QVBoxLayout(this);
-    menu_bar = new QMenuBar(this);
-    mnu_exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_exit->setObjectName(QStringLiteral("mnu_exit"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout, QStringLiteral("mnu_exit"), QStringLiteral("mnu_Help"));
+    menu_bar = menu.bar;
+    mnu_exit = menu.exit;
+    mnu_Help = menu.help;
 
     // The application title is the name, a blank and the short version.
     lbl_App_Name = value_label(this, QStringLiteral("lbl_App_Name"), App_Title().section(QLatin1Char(' '), 0, 0));

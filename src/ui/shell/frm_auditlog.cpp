@@ -25,12 +25,10 @@ frm_auditlog::frm_auditlog(QWidget* parent) : QWidget(parent, Qt::Window)
 
     // The menu, the log's text, and the two page buttons below it.
     auto* layout = new QVBoxLayout(this);
-    menu_bar = new QMenuBar(this);
-    mnu_exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_exit->setObjectName(QStringLiteral("mnu_exit"));
-    mnu_help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_help->setObjectName(QStringLiteral("mnu_help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout, QStringLiteral("mnu_exit"), QStringLiteral("mnu_help"));
+    menu_bar = menu.bar;
+    mnu_exit = menu.exit;
+    mnu_help = menu.help;
 
     txt_Audit = new QPlainTextEdit(this);
     txt_Audit->setObjectName(QStringLiteral("txt_Audit"));

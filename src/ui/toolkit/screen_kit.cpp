@@ -5,6 +5,11 @@
 #include "toolkit/help_pages.h"
 #include "ui/toolkit/help_window.h"
 
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QAction>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFocusEvent>
@@ -76,6 +81,35 @@ QPushButton* make_button(QWidget* parent, const QString& name, const QString& ca
     auto* button = new QPushButton(caption, parent);
     button->setObjectName(name);
     return button;
+}
+
+ExitHelpMenu add_exit_help_menu(QWidget* screen, QBoxLayout* layout, const QString& exit_name, const QString& help_name)
+{
+    ExitHelpMenu menu;
+    menu.bar = new QMenuBar(screen);
+    menu.exit = menu.bar->addAction(QStringLiteral("E&xit"));
+    menu.exit->setObjectName(exit_name);
+    menu.help = menu.bar->addAction(QStringLiteral("&Help"));
+    menu.help->setObjectName(help_name);
+    layout->setMenuBar(menu.bar);
+    return menu;
+}
+
+StatusLine add_status_line(QWidget* screen, QBoxLayout* layout)
+{
+    StatusLine line;
+    line.frame = new QGroupBox(QStringLiteral("Status Message"), screen);
+    line.frame->setObjectName(QStringLiteral("frame_status"));
+    set_frame_colour(line.frame, Glob_Form_Colour());
+    auto* row = new QHBoxLayout(line.frame);
+    line.text = new QLineEdit(line.frame);
+    line.text->setObjectName(QStringLiteral("txt_Status"));
+    line.text->setReadOnly(true);
+    line.text->setFocusPolicy(Qt::NoFocus);
+    line.text->setAccessibleName(line.frame->title());
+    row->addWidget(line.text);
+    layout->addWidget(line.frame);
+    return line;
 }
 
 bool Is_Field_Left(const QEvent* event)

@@ -8,7 +8,12 @@
 #include <QString>
 #include <functional>
 
+class QAction;
+class QBoxLayout;
 class QComboBox;
+class QGroupBox;
+class QLineEdit;
+class QMenuBar;
 class QEvent;
 class QListWidget;
 class QPushButton;
@@ -23,6 +28,24 @@ public:
     HourGlass(const HourGlass&) = delete;
     HourGlass& operator=(const HourGlass&) = delete;
 };
+
+// The screen's menu bar with its Exit and Help menus (named `exit_name`
+// and `help_name`); a screen adds its own menus between them.
+struct ExitHelpMenu {
+    QMenuBar* bar = nullptr;
+    QAction* exit = nullptr;
+    QAction* help = nullptr;
+};
+ExitHelpMenu add_exit_help_menu(QWidget* screen, QBoxLayout* layout, const QString& exit_name = QStringLiteral("mnu_Exit"),
+                                const QString& help_name = QStringLiteral("mnu_Help"));
+
+// The status line at the foot of a screen: `frame_status`, captioned
+// "Status Message", holding the read-only `txt_Status`.
+struct StatusLine {
+    QGroupBox* frame = nullptr;
+    QLineEdit* text = nullptr;
+};
+StatusLine add_status_line(QWidget* screen, QBoxLayout* layout);
 
 // A command button named `name` with its caption.
 QPushButton* make_button(QWidget* parent, const QString& name, const QString& caption);
