@@ -1,17 +1,16 @@
 // How long the money screens take to open on a large school and show their
 // first family (the families' list, the first family's pupils, invoices,
 // receipts and balance), and Automated Invoicing to open and prepare its run
-// (the temporary tables filled for every pupil, the pupil list shown). The school is bench/large_school.h, with the second
-// term invoiced for every family and every other invoice paid.
+// (the temporary tables filled for every pupil, the pupil list shown). The
+// school is bench/large_school.h, with the second term invoiced for every
+// family and every other invoice paid.
 
 #include "billing/auto_invoicing.h"
-#include "large_school.h"
+#include "screen_timing.h"
 #include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoices.h"
 #include "ui/billing/frm_receipts.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -46,15 +45,9 @@ template <typename Screen>
 void open_screen(benchmark::State& state)
 {
     invoice_the_school();
-    for (auto _ : state) {
-        auto* screen = new Screen;
-        screen->show();
-        QApplication::processEvents();
-        must(!screen->txt_Family_Name->text().isEmpty() && screen->lst_Invoices->count() > 0, "showing the first family");
-        state.PauseTiming();
-        delete screen;
-        state.ResumeTiming();
-    }
+    time_opening<Screen>(
+        state, [](Screen& screen) { return !screen.txt_Family_Name->text().isEmpty() && screen.lst_Invoices->count() > 0; },
+        "showing the first family");
     state.counters["families"] = families;
 }
 
@@ -73,19 +66,9 @@ BENCHMARK(BM_OpenInvoices)->Unit(benchmark::kMillisecond);
 void BM_OpenAutoInvoicing(benchmark::State& state)
 {
     invoice_the_school();
-    for (auto _ : state) {
-        auto* screen = new frm_Auto_Invoice;
-        screen->show();
-        QElapsedTimer waited;
-        waited.start();
-        while (screen->lbl_All[AutoInvoicing::Terms]->text().isEmpty() && waited.elapsed() < 10000)
-            QApplication::processEvents(QEventLoop::AllEvents, 5);
-        must(!screen->lbl_All[AutoInvoicing::Terms]->text().isEmpty(), "preparing the run");
-        state.PauseTiming();
-        screen->mnu_Exit_Click();
-        delete screen;
-        state.ResumeTiming();
-    }
+    time_opening<frm_Auto_Invoice>(
+        state, [](frm_Auto_Invoice& screen) { return !screen.lbl_All[AutoInvoicing::Terms]->text().isEmpty(); },
+        "preparing the run");
     state.counters["families"] = families;
 }
 BENCHMARK(BM_OpenAutoInvoicing)->Unit(benchmark::kMillisecond);
@@ -94,10 +77,5 @@ BENCHMARK(BM_OpenAutoInvoicing)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench_school::run_screen_benchmarks(argc, argv);
 }

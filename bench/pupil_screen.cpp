@@ -3,12 +3,11 @@
 // courses, and the first pupil with the family and the four grids. The
 // school is bench/large_school.h.
 
-#include "large_school.h"
+#include "screen_timing.h"
 #include "ui/people/frm_pupil.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLineEdit>
 
 #include <benchmark/benchmark.h>
@@ -20,21 +19,14 @@ using namespace bench_school;
 void BM_OpenPupilDetails(benchmark::State& state)
 {
     school();
-    for (auto _ : state) {
-        auto* screen = new frm_Pupil;
-        screen->show();
-        // Activate runs once the window is on view.
-        QElapsedTimer waited;
-        waited.start();
-        while (screen->cmb_Navigation->count() == 0 && waited.elapsed() < 10000)
-            QApplication::processEvents(QEventLoop::AllEvents, 5);
-        must(screen->cmb_Navigation->count() == pupils && screen->cmb_Navigation->currentIndex() == 0
-                 && !screen->txt_First_Name->text().isEmpty(),
-             "showing the first pupil");
-        state.PauseTiming();
-        delete screen;
-        state.ResumeTiming();
-    }
+    // Activate runs once the window is on view.
+    time_opening<frm_Pupil>(
+        state,
+        [](frm_Pupil& screen) {
+            return screen.cmb_Navigation->count() == pupils && screen.cmb_Navigation->currentIndex() == 0
+                   && !screen.txt_First_Name->text().isEmpty();
+        },
+        "showing the first pupil");
     state.counters["pupils"] = pupils;
 }
 BENCHMARK(BM_OpenPupilDetails)->Unit(benchmark::kMillisecond);
@@ -61,10 +53,5 @@ BENCHMARK(BM_ChoosePupilFromTheList)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench_school::run_screen_benchmarks(argc, argv);
 }

@@ -2,7 +2,7 @@
 // its lists filled (bench/large_school.h: 300 courses, 15,000 pupils), and to
 // show the register of a course gone to.
 
-#include "large_school.h"
+#include "screen_timing.h"
 #include "ui/courses/frm_register.h"
 #include "ui/courses/register_grid.h"
 
@@ -18,16 +18,12 @@ using namespace bench_school;
 void BM_OpenCourseRegister(benchmark::State& state)
 {
     school();
-    for (auto _ : state) {
-        auto* screen = new frm_Register;
-        screen->show();
-        QApplication::processEvents();
-        must(screen->dbg_Course->model()->rowCount() == courses && screen->dbg_Pupil->model()->rowCount() == pupils,
-             "filling the lists");
-        state.PauseTiming();
-        delete screen;
-        state.ResumeTiming();
-    }
+    time_opening<frm_Register>(
+        state,
+        [](frm_Register& screen) {
+            return screen.dbg_Course->model()->rowCount() == courses && screen.dbg_Pupil->model()->rowCount() == pupils;
+        },
+        "filling the lists");
     state.counters["pupils"] = pupils;
 }
 BENCHMARK(BM_OpenCourseRegister)->Unit(benchmark::kMillisecond);
@@ -53,10 +49,5 @@ BENCHMARK(BM_ShowARegister)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench_school::run_screen_benchmarks(argc, argv);
 }

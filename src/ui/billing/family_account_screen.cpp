@@ -72,23 +72,15 @@ void FamilyAccountScreen::build()
     mnu_Exit = menu.exit;
     mnu_Help = menu.help;
 
-    frame_Navigation = new QGroupBox(this);
-    frame_Navigation->setObjectName(QStringLiteral("frame_Navigation"));
-    navigation_row_ = new QHBoxLayout(frame_Navigation);
-    cmb_Names = new QComboBox(frame_Navigation);
-    cmb_Names->setObjectName(QStringLiteral("cmb_Names"));
-    cmb_Names->setMinimumContentsLength(24);
-    cmb_Names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmb_Names->setMaxVisibleItems(20);
-    navigation_row_->addWidget(label_for(cmb_Names, QStringLiteral("Select a Family"), frame_Navigation));
-    navigation_row_->addWidget(cmb_Names, 1);
-    cmd_First = make_button(frame_Navigation, QStringLiteral("cmd_First"), QStringLiteral("&First"));
-    cmd_Prev = make_button(frame_Navigation, QStringLiteral("cmd_Prev"), QStringLiteral("&Previous"));
-    cmd_Next = make_button(frame_Navigation, QStringLiteral("cmd_Next"), QStringLiteral("&Next"));
-    cmd_Last = make_button(frame_Navigation, QStringLiteral("cmd_Last"), QStringLiteral("&Last"));
-    for (QPushButton* button : {cmd_First, cmd_Prev, cmd_Next, cmd_Last})
-        navigation_row_->addWidget(button);
-    layout->addWidget(frame_Navigation);
+    const NavigationFrame navigation = add_navigation_frame(this, layout, QStringLiteral("cmb_Names"), 24);
+    frame_Navigation = navigation.frame;
+    navigation_row_ = navigation.row;
+    cmb_Names = navigation.names;
+    cmd_First = navigation.first;
+    cmd_Prev = navigation.prev;
+    cmd_Next = navigation.next;
+    cmd_Last = navigation.last;
+    navigation_row_->insertWidget(0, label_for(cmb_Names, QStringLiteral("Select a Family"), frame_Navigation));
 
     auto* family_row = new QHBoxLayout;
     family_row->setSpacing(24);
@@ -180,10 +172,7 @@ QWidget* FamilyAccountScreen::build_invoice_list()
 
 QAction* FamilyAccountScreen::add_menu(const QString& name, const QString& caption)
 {
-    auto* action = new QAction(caption, menu_bar);
-    action->setObjectName(name);
-    menu_bar->insertAction(mnu_Help, action);
-    return action;
+    return add_menu_before_help({menu_bar, mnu_Exit, mnu_Help}, name, caption);
 }
 
 QPushButton* FamilyAccountScreen::add_navigation(const QString& name, const QString& caption)

@@ -85,18 +85,13 @@ void frm_Auto_Invoice::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(10);
 
-    menu_bar = new QMenuBar(this);
-    const auto menu = [this](const QString& name, const QString& caption) {
-        QAction* action = menu_bar->addAction(caption);
-        action->setObjectName(name);
-        return action;
-    };
-    mnu_Exit = menu(QStringLiteral("mnu_Exit"), QStringLiteral("E&xit"));
-    mnu_Criteria = menu(QStringLiteral("mnu_Criteria"), QStringLiteral("&Criteria"));
-    mnu_Script = menu(QStringLiteral("mnu_Script"), QStringLiteral("&Script"));
-    mnu_View_Errors = menu(QStringLiteral("mnu_View_Errors"), QStringLiteral("&Errors"));
-    mnu_Help = menu(QStringLiteral("mnu_Help"), QStringLiteral("&Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
+    mnu_Criteria = add_menu_before_help(menu, QStringLiteral("mnu_Criteria"), QStringLiteral("&Criteria"));
+    mnu_Script = add_menu_before_help(menu, QStringLiteral("mnu_Script"), QStringLiteral("&Script"));
+    mnu_View_Errors = add_menu_before_help(menu, QStringLiteral("mnu_View_Errors"), QStringLiteral("&Errors"));
 
     // The left column: whom to invoice, then the commands, the deleting ones last.
     Frame_Which_Pupils = make_frame(this, QStringLiteral("Frame_Which_Pupils"), QStringLiteral("Which set of Pupils?"),

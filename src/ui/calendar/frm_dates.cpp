@@ -107,14 +107,11 @@ void frm_Dates::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(10);
 
-    menu_bar = new QMenuBar(this);
-    mnu_Exit = menu_bar->addAction(QStringLiteral("E&xit"));
-    mnu_Exit->setObjectName(QStringLiteral("mnu_Exit"));
-    mnu_Clear = menu_bar->addAction(QStringLiteral("&Clear"));
-    mnu_Clear->setObjectName(QStringLiteral("mnu_Clear"));
-    mnu_Help = menu_bar->addAction(QStringLiteral("&Help"));
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
+    mnu_Clear = add_menu_before_help(menu, QStringLiteral("mnu_Clear"), QStringLiteral("&Clear"));
 
     // The term's fields: the list of terms and the name on the first line,
     // the dates and the invoice count on the second.

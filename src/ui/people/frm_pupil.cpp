@@ -253,27 +253,18 @@ void frm_Pupil::build()
     mnu_Exit = menu.exit;
     mnu_Help = menu.help;
 
-    frame_Navigation = new QGroupBox(this);
-    frame_Navigation->setObjectName(QStringLiteral("frame_Navigation"));
-    auto* navigation = new QHBoxLayout(frame_Navigation);
-    cmb_Navigation = new QComboBox(frame_Navigation);
-    cmb_Navigation->setObjectName(QStringLiteral("cmb_Navigation"));
-    cmb_Navigation->setAccessibleName(QStringLiteral("Choose a Pupil"));
     // Thousands of entries: the width doesn't depend on them, and the list
     // draws only the rows in view.
-    cmb_Navigation->setMinimumContentsLength(30);
-    cmb_Navigation->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmb_Navigation->setMaxVisibleItems(20);
+    const NavigationFrame navigation = add_navigation_frame(this, layout, QStringLiteral("cmb_Navigation"), 30);
+    frame_Navigation = navigation.frame;
+    cmb_Navigation = navigation.names;
+    cmd_First = navigation.first;
+    cmd_Prev = navigation.prev;
+    cmd_Next = navigation.next;
+    cmd_Last = navigation.last;
+    cmb_Navigation->setAccessibleName(QStringLiteral("Choose a Pupil"));
     if (auto* view = qobject_cast<QListView*>(cmb_Navigation->view()))
         view->setUniformItemSizes(true);
-    navigation->addWidget(cmb_Navigation, 1);
-    cmd_First = make_button(frame_Navigation, QStringLiteral("cmd_First"), QStringLiteral("&First"));
-    cmd_Prev = make_button(frame_Navigation, QStringLiteral("cmd_Prev"), QStringLiteral("&Previous"));
-    cmd_Next = make_button(frame_Navigation, QStringLiteral("cmd_Next"), QStringLiteral("&Next"));
-    cmd_Last = make_button(frame_Navigation, QStringLiteral("cmd_Last"), QStringLiteral("&Last"));
-    for (QPushButton* button : {cmd_First, cmd_Prev, cmd_Next, cmd_Last})
-        navigation->addWidget(button);
-    layout->addWidget(frame_Navigation);
 
     layout->addWidget(build_header());
 

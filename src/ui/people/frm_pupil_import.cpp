@@ -107,16 +107,11 @@ void frm_Pupil_Import::build_controls()
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(10);
 
-    menu_bar = new QMenuBar(this);
-    const auto menu = [this](const QString& name, const QString& caption) {
-        QAction* action = menu_bar->addAction(caption);
-        action->setObjectName(name);
-        return action;
-    };
-    mnu_Exit = menu(QStringLiteral("mnu_Exit"), QStringLiteral("E&xit"));
-    mnu_view_log = menu(QStringLiteral("mnu_view_log"), QStringLiteral("&View Log"));
-    mnu_Help = menu(QStringLiteral("mnu_Help"), QStringLiteral("&Help"));
-    layout->setMenuBar(menu_bar);
+    const ExitHelpMenu menu = add_exit_help_menu(this, layout);
+    menu_bar = menu.bar;
+    mnu_Exit = menu.exit;
+    mnu_Help = menu.help;
+    mnu_view_log = add_menu_before_help(menu, QStringLiteral("mnu_view_log"), QStringLiteral("&View Log"));
 
     // The file to read.
     auto* file_row = new QHBoxLayout;

@@ -86,24 +86,15 @@ void RecordScreen::build_common_controls()
     mnu_Exit = menu.exit;
     mnu_Help = menu.help;
 
-    frame_Navigation = new QGroupBox(this);
-    frame_Navigation->setObjectName(QStringLiteral("frame_Navigation"));
-    auto* navigation = new QHBoxLayout(frame_Navigation);
-    cmb_Names = new QComboBox(frame_Navigation);
-    cmb_Names->setObjectName(QStringLiteral("cmb_Names"));
-    cmb_Names->setMinimumContentsLength(24);
-    cmb_Names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmb_Names->setMaxVisibleItems(20);
+    const NavigationFrame navigation = add_navigation_frame(this, layout, QStringLiteral("cmb_Names"), 24);
+    frame_Navigation = navigation.frame;
+    cmb_Names = navigation.names;
+    cmd_First = navigation.first;
+    cmd_Prev = navigation.prev;
+    cmd_Next = navigation.next;
+    cmd_Last = navigation.last;
     // The list has no label on the screen; a screen reader still names it.
     cmb_Names->setAccessibleName(QStringLiteral("Choose a ") + words_.noun);
-    navigation->addWidget(cmb_Names, 1);
-    cmd_First = make_button(frame_Navigation, QStringLiteral("cmd_First"), QStringLiteral("&First"));
-    cmd_Prev = make_button(frame_Navigation, QStringLiteral("cmd_Prev"), QStringLiteral("&Previous"));
-    cmd_Next = make_button(frame_Navigation, QStringLiteral("cmd_Next"), QStringLiteral("&Next"));
-    cmd_Last = make_button(frame_Navigation, QStringLiteral("cmd_Last"), QStringLiteral("&Last"));
-    for (QPushButton* button : {cmd_First, cmd_Prev, cmd_Next, cmd_Last})
-        navigation->addWidget(button);
-    layout->addWidget(frame_Navigation);
 
     record_area_ = new QWidget(this);
     record_area_->setObjectName(QStringLiteral("record_area"));

@@ -95,6 +95,36 @@ ExitHelpMenu add_exit_help_menu(QWidget* screen, QBoxLayout* layout, const QStri
     return menu;
 }
 
+QAction* add_menu_before_help(const ExitHelpMenu& menu, const QString& name, const QString& caption)
+{
+    auto* action = new QAction(caption, menu.bar);
+    action->setObjectName(name);
+    menu.bar->insertAction(menu.help, action);
+    return action;
+}
+
+NavigationFrame add_navigation_frame(QWidget* screen, QBoxLayout* layout, const QString& list_name, int characters)
+{
+    NavigationFrame navigation;
+    navigation.frame = new QGroupBox(screen);
+    navigation.frame->setObjectName(QStringLiteral("frame_Navigation"));
+    navigation.row = new QHBoxLayout(navigation.frame);
+    navigation.names = new QComboBox(navigation.frame);
+    navigation.names->setObjectName(list_name);
+    navigation.names->setMinimumContentsLength(characters);
+    navigation.names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    navigation.names->setMaxVisibleItems(20);
+    navigation.row->addWidget(navigation.names, 1);
+    navigation.first = make_button(navigation.frame, QStringLiteral("cmd_First"), QStringLiteral("&First"));
+    navigation.prev = make_button(navigation.frame, QStringLiteral("cmd_Prev"), QStringLiteral("&Previous"));
+    navigation.next = make_button(navigation.frame, QStringLiteral("cmd_Next"), QStringLiteral("&Next"));
+    navigation.last = make_button(navigation.frame, QStringLiteral("cmd_Last"), QStringLiteral("&Last"));
+    for (QPushButton* button : {navigation.first, navigation.prev, navigation.next, navigation.last})
+        navigation.row->addWidget(button);
+    layout->addWidget(navigation.frame);
+    return navigation;
+}
+
 StatusLine add_status_line(QWidget* screen, QBoxLayout* layout)
 {
     StatusLine line;

@@ -12,6 +12,7 @@ class QAction;
 class QBoxLayout;
 class QComboBox;
 class QGroupBox;
+class QHBoxLayout;
 class QLineEdit;
 class QMenuBar;
 class QEvent;
@@ -38,6 +39,23 @@ struct ExitHelpMenu {
 };
 ExitHelpMenu add_exit_help_menu(QWidget* screen, QBoxLayout* layout, const QString& exit_name = QStringLiteral("mnu_Exit"),
                                 const QString& help_name = QStringLiteral("mnu_Help"));
+
+// A menu of the screen's own, placed before Help.
+QAction* add_menu_before_help(const ExitHelpMenu& menu, const QString& name, const QString& caption);
+
+// `frame_Navigation`: the list of the records by name (`list_name`, wide
+// enough for `characters`) and First, Previous, Next and Last. A screen may
+// add to its row.
+struct NavigationFrame {
+    QGroupBox* frame = nullptr;
+    QHBoxLayout* row = nullptr;
+    QComboBox* names = nullptr;
+    QPushButton* first = nullptr;
+    QPushButton* prev = nullptr;
+    QPushButton* next = nullptr;
+    QPushButton* last = nullptr;
+};
+NavigationFrame add_navigation_frame(QWidget* screen, QBoxLayout* layout, const QString& list_name, int characters);
 
 // The status line at the foot of a screen: `frame_status`, captioned
 // "Status Message", holding the read-only `txt_Status`.
