@@ -9,9 +9,10 @@
 #include "shell/error_log.h"
 #include "shell/report_numbers.h"
 #include "shell/transfer_ids.h"
-#include "ui/toolkit/bound_fields.h"
-#include "ui/toolkit/screen_kit.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/bound_fields.h"
+#include "ui/toolkit/form_rows.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -37,13 +38,6 @@ QLineEdit* read_only_box(QWidget* parent, const QString& name)
     box->setObjectName(name);
     box->setReadOnly(true);
     return box;
-}
-
-QLabel* label_for(QWidget* field, const QString& text, QWidget* parent)
-{
-    auto* label = new QLabel(text, parent);
-    label->setBuddy(field);
-    return label;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "shell/locale_formats.h"
 #include "toolkit/help_pages.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -29,11 +30,6 @@
 namespace {
 
 const QString line_end = QStringLiteral("\n");
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
 
 QString long_date(const QDateTime& value)
 {
@@ -555,7 +551,7 @@ void frm_Invoice_Lines::refuse_both(QListWidget* clicked, QListWidget* other, co
 {
     if (list_index(clicked) <= 0 || list_index(other) <= 0)
         return;
-    box(words);
+    App_Box(words);
     set_list_index(other, -1);
 }
 
@@ -639,7 +635,7 @@ void frm_Invoice_Lines::field_left(QWidget* field)
     const bool may_change = !line_in_progress() && (invoice_in_progress() || invoice_id() != 0);
     if (field == txt_Date && may_change && !vb::IsDate(txt_Date->text())) {
         engine::Err().Clear();
-        box(QStringLiteral("Invalid date"));
+        App_Box(QStringLiteral("Invalid date"));
         focus_back(txt_Date);
         return;
     }
@@ -649,10 +645,10 @@ void frm_Invoice_Lines::field_left(QWidget* field)
 void frm_Invoice_Lines::Check_LostFocus_Invoice(QWidget* field)
 {
     if (line_in_progress()) {
-        box(QStringLiteral("There are already changes to the Line in progress.") + line_end
+        App_Box(QStringLiteral("There are already changes to the Line in progress.") + line_end
             + QStringLiteral("Press Update Line or Cancel first."));
     } else if (!invoice_in_progress() && invoice_id() == 0) {
-        box(QStringLiteral("There is nothing to edit. ") + line_end + QStringLiteral("Choose a invoice to edit, or ")
+        App_Box(QStringLiteral("There is nothing to edit. ") + line_end + QStringLiteral("Choose a invoice to edit, or ")
             + QStringLiteral("press Add New"));
     } else {
         set_field_colour(field, colours::Highlight);
@@ -669,10 +665,10 @@ void frm_Invoice_Lines::Check_LostFocus_Invoice(QWidget* field)
 void frm_Invoice_Lines::Check_LostFocus_Line(QWidget* field)
 {
     if (invoice_in_progress()) {
-        box(QStringLiteral("There are already changes to the Invoice in progress.") + line_end
+        App_Box(QStringLiteral("There are already changes to the Invoice in progress.") + line_end
             + QStringLiteral("Press Update or Cancel first."));
     } else if (!line_in_progress() && line_id() == 0) {
-        box(QStringLiteral("There is nothing to edit. ") + line_end + QStringLiteral("Choose a Line to edit, or ")
+        App_Box(QStringLiteral("There is nothing to edit. ") + line_end + QStringLiteral("Choose a Line to edit, or ")
             + QStringLiteral("press Add New"));
     } else {
         set_field_colour(field, colours::Highlight);
@@ -719,7 +715,7 @@ void frm_Invoice_Lines::cmd_Update_Click()
     InvoiceHeader header;
     const EntryRefusal refusal = Check_Invoice_Entry(typed, family_id_, engine::now().time(), header);
     if (refusal.refused()) {
-        box(refusal.message);
+        App_Box(refusal.message);
         switch (InvoiceField(refusal.field)) {
         case InvoiceField::Date: txt_Date->setFocus(Qt::OtherFocusReason); break;
         case InvoiceField::Reason: txt_Reason->setFocus(Qt::OtherFocusReason); break;
@@ -730,7 +726,7 @@ void frm_Invoice_Lines::cmd_Update_Click()
     const bool adding = invoice_id() == 0;
     const InvoiceSave saved = adding ? DB_Insert_Manual_Invoice(header) : DB_Update_Manual_Invoice(invoice_id(), header);
     if (saved.outcome == SaveOutcome::Duplicate) {
-        box(QStringLiteral("There is already an invoice")
+        App_Box(QStringLiteral("There is already an invoice")
             + QStringLiteral(" with this combination of Reason/Term Name/Activity Date.") + line_end
             + QStringLiteral("Change the Reason and try again."));
         return;
@@ -781,7 +777,7 @@ void frm_Invoice_Lines::cancel_half(bool in_progress, int id, void (frm_Invoice_
 void frm_Invoice_Lines::cmd_Add_Line_Click()
 {
     if (invoice_in_progress()) {
-        box(QStringLiteral("There are already changes to the Invoice in progress"));
+        App_Box(QStringLiteral("There are already changes to the Invoice in progress"));
         return;
     }
     show_status(QStringLiteral("Adding a new Line"));
@@ -807,7 +803,7 @@ void frm_Invoice_Lines::cmd_Update_Line_Click()
     LineValues line;
     const EntryRefusal refusal = Check_Line_Entry(typed, line);
     if (refusal.refused()) {
-        box(refusal.message);
+        App_Box(refusal.message);
         if (LineField(refusal.field) == LineField::Amount)
             txt_Amount->setFocus(Qt::OtherFocusReason);
         else if (LineField(refusal.field) == LineField::Pupil)
@@ -838,7 +834,7 @@ void frm_Invoice_Lines::mnu_Exit_Click()
         Switch_Screen(this, nullptr, false);
         return;
     }
-    const int answer = box(QStringLiteral("You have made changes that") + QStringLiteral(" have not been stored in the database.")
+    const int answer = App_Box(QStringLiteral("You have made changes that") + QStringLiteral(" have not been stored in the database.")
                                + line_end + QStringLiteral("Do you wish to save the changes?"),
                            engine::mb::YesNo | engine::mb::Question);
     if (answer != engine::answer::Yes) {

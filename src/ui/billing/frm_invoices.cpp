@@ -11,6 +11,7 @@
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/shell/screen_catalogue.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -34,11 +35,6 @@ FamilyAccountWords invoices_words()
     words.no_more_families = QStringLiteral("There are no more families");
     words.help_context = help::context::Invoices;
     return words;
-}
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
 }
 
 }  // namespace
@@ -195,11 +191,11 @@ void frm_Invoices::cmd_Delete_Invoice_Click()
     if (!Count_Invoice_Receipts(invoice, receipts))
         return;
     if (receipts > 0) {
-        box(QStringLiteral("There are ") + QString::number(receipts) + QStringLiteral(" Receipts on this invoice.")
+        App_Box(QStringLiteral("There are ") + QString::number(receipts) + QStringLiteral(" Receipts on this invoice.")
             + QLatin1Char('\n') + QStringLiteral("Please delete them and try again. "));
         return;
     }
-    if (box(QStringLiteral("Do you really want to delete this Invoice?"), engine::mb::YesNo | engine::mb::Question)
+    if (App_Box(QStringLiteral("Do you really want to delete this Invoice?"), engine::mb::YesNo | engine::mb::Question)
         != engine::answer::Yes) {
         set_status(QStringLiteral("Deletion cancelled"));
         return;
@@ -222,10 +218,10 @@ void frm_Invoices::cmd_Delete_Line_Click()
     }
     const int line = entry_id(lst_Lines, row);
     if (line <= 0) {
-        box(QStringLiteral("There are no Lines to select"));
+        App_Box(QStringLiteral("There are no Lines to select"));
         return;
     }
-    if (box(QStringLiteral("Do you really want to delete this Line?"), engine::mb::YesNo | engine::mb::Question)
+    if (App_Box(QStringLiteral("Do you really want to delete this Line?"), engine::mb::YesNo | engine::mb::Question)
         != engine::answer::Yes) {
         set_status(QStringLiteral("Deletion cancelled"));
         return;

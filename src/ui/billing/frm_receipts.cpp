@@ -6,15 +6,17 @@
 #include "engine/msg_box.h"
 #include "engine/recordset.h"
 #include "engine/vb_values.h"
-#include "toolkit/data_control.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
-#include "shell/report_numbers.h"
 #include "shell/locale_formats.h"
+#include "shell/report_numbers.h"
 #include "shell/transfer_ids.h"
+#include "toolkit/data_control.h"
 #include "toolkit/help_pages.h"
 #include "ui/shell/screen_catalogue.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
+#include "ui/toolkit/form_rows.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -45,16 +47,6 @@ FamilyAccountWords receipts_words()
     return words;
 }
 
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
-
-int ask(const QString& question)
-{
-    return box(question, engine::mb::YesNo | engine::mb::Question);
-}
-
 QLineEdit* figure_box(QWidget* parent, const QString& name)
 {
     auto* box = new QLineEdit(parent);
@@ -62,16 +54,6 @@ QLineEdit* figure_box(QWidget* parent, const QString& name)
     box->setReadOnly(true);
     box->setAlignment(Qt::AlignRight);
     return box;
-}
-
-// A label and its field on one row of a grid.
-void add_row(QGridLayout* grid, QWidget* field, const QString& caption)
-{
-    auto* label = new QLabel(caption, field->parentWidget());
-    label->setBuddy(field);
-    const int row = grid->rowCount();
-    grid->addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(field, row, 1);
 }
 
 // Money typed or shown: blank counts as nothing; false for text that is no amount.
@@ -153,9 +135,9 @@ QWidget* frm_Receipts::build_invoice_figures()
     txt_Invoice_Total = figure_box(area, QStringLiteral("txt_Invoice_Total"));
     txt_Receipt_Total = figure_box(area, QStringLiteral("txt_Receipt_Total"));
     txt_Outstanding = figure_box(area, QStringLiteral("txt_Outstanding"));
-    add_row(figures, txt_Invoice_Total, QStringLiteral("Selected Invoice Total :"));
-    add_row(figures, txt_Receipt_Total, QStringLiteral("Total Receipts :"));
-    add_row(figures, txt_Outstanding, QStringLiteral("Outstanding :"));
+    add_field_row(figures, txt_Invoice_Total, QStringLiteral("Selected Invoice Total :"));
+    add_field_row(figures, txt_Receipt_Total, QStringLiteral("Total Receipts :"));
+    add_field_row(figures, txt_Outstanding, QStringLiteral("Outstanding :"));
     column->addLayout(figures);
     return area;
 }
@@ -180,10 +162,10 @@ QWidget* frm_Receipts::build_receipt_fields()
     cmb_Method->addItems({QStringLiteral("Cash"), QStringLiteral("Cheque"), QStringLiteral("Credit Card"),
                           QStringLiteral("Debit Card")});
     cmb_Method->setCurrentIndex(-1);
-    add_row(grid, txt_Amount, QStringLiteral("Amount Paid :"));
-    add_row(grid, txt_Date, QStringLiteral("Payment Date :"));
-    add_row(grid, cmb_Method, QStringLiteral("Method :"));
-    add_row(grid, txt_Pay_Notes, QStringLiteral("Notes :"));
+    add_field_row(grid, txt_Amount, QStringLiteral("Amount Paid :"));
+    add_field_row(grid, txt_Date, QStringLiteral("Payment Date :"));
+    add_field_row(grid, cmb_Method, QStringLiteral("Method :"));
+    add_field_row(grid, txt_Pay_Notes, QStringLiteral("Notes :"));
     txt_Receipt_id = new QLineEdit(area);
     txt_Receipt_id->setObjectName(QStringLiteral("txt_Receipt_id"));
     txt_Receipt_id->hide();
@@ -251,7 +233,7 @@ bool frm_Receipts::Check_Progress()
         Clear_screen();
         return false;
     }
-    box(QStringLiteral("There are changes already in progress"));
+    App_Box(QStringLiteral("There are changes already in progress"));
     return true;
 }
 
@@ -399,10 +381,10 @@ void frm_Receipts::field_left(QWidget* field)
         engine::Currency amount;
         QDateTime date;
         if (field == txt_Amount && !money_of(now.amount, amount)) {
-            box(QStringLiteral("This is not a valid currency"));
+            App_Box(QStringLiteral("This is not a valid currency"));
             txt_Amount->setFocus(Qt::OtherFocusReason);
         } else if (field == txt_Date && !vb::CDate(now.date, date)) {
-            box(QStringLiteral("This is not a valid date"));
+            App_Box(QStringLiteral("This is not a valid date"));
             txt_Amount->setFocus(Qt::OtherFocusReason);
         } else {
             Check_LostFocus(field);
@@ -415,7 +397,7 @@ void frm_Receipts::field_left(QWidget* field)
 void frm_Receipts::Check_LostFocus(QWidget* field)
 {
     if (state() == colours::At_Rest && txt_Receipt_id->text().trimmed() == QStringLiteral("0")) {
-        box(QStringLiteral("There is no record to edit. ") + QLatin1Char('\n') + QStringLiteral("Choose a Receipt to edit, or ")
+        App_Box(QStringLiteral("There is no record to edit. ") + QLatin1Char('\n') + QStringLiteral("Choose a Receipt to edit, or ")
             + QStringLiteral("press Add New"));
         return;
     }
@@ -502,10 +484,10 @@ void frm_Receipts::cmd_Delete_Click()
     }
     const int receipt_id = entry_id(lst_Receipts, row);
     if (receipt_id <= 0) {
-        box(QStringLiteral("There are no receipts to select"));
+        App_Box(QStringLiteral("There are no receipts to select"));
         return;
     }
-    if (ask(QStringLiteral("Do you really want to delete this receipt?")) != engine::answer::Yes) {
+    if (!App_Yes(QStringLiteral("Do you really want to delete this receipt?"))) {
         set_status(QStringLiteral("Deletion cancelled"));
         return;
     }
@@ -555,14 +537,14 @@ void frm_Receipts::cmd_Bad_Debt_Click()
         set_status(QStringLiteral("cannot write off a zero amount"));
         return;
     }
-    if (ask(QStringLiteral("Do You wish to have ") + txt_Outstanding->text()
+    if (App_Question(QStringLiteral("Do You wish to have ") + txt_Outstanding->text()
             + QStringLiteral(" Written off, by raising a discount line for the amount?"))
         != engine::answer::Yes) {
         set_status(QStringLiteral("Write off cancelled"));
         return;
     }
     const int invoice = chosen_invoice_id();
-    box(Insert_Bad_Debt() ? QStringLiteral("Outstanding amount written off")
+    App_Box(Insert_Bad_Debt() ? QStringLiteral("Outstanding amount written off")
                           : QStringLiteral("Write off cancelled due to error"));
     Get_Invoices();
     select_invoice(invoice);
@@ -603,7 +585,7 @@ void frm_Receipts::seek_owing(bool forwards)
         return;
     set_status(QString());
     if (data().is_empty()) {
-        box(QStringLiteral("There are no families"));
+        App_Box(QStringLiteral("There are no families"));
         return;
     }
     HourGlass hour_glass;
@@ -646,7 +628,7 @@ bool frm_Receipts::leave_allowed()
     QCoreApplication::processEvents();
     if (state() != colours::Highlight)
         return true;
-    if (ask(QStringLiteral("You have made changes that") + QStringLiteral(" have not been stored in the database.")
+    if (App_Question(QStringLiteral("You have made changes that") + QStringLiteral(" have not been stored in the database.")
             + QLatin1Char('\n') + QStringLiteral("Do you wish to save the changes?"))
         == engine::answer::Yes) {
         cmd_Update_Click();

@@ -12,8 +12,9 @@
 #include "shell/error_log.h"
 #include "shell/locale_formats.h"
 #include "toolkit/help_pages.h"
-#include "ui/toolkit/screen_kit.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
+#include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -39,16 +40,6 @@ const char* const weekday_names[term_grid::Days] = {"Sunday", "Monday", "Tuesday
 colours::Rgb rgb(unsigned colour)
 {
     return {int((colour >> 16) & 0xFF), int((colour >> 8) & 0xFF), int(colour & 0xFF)};
-}
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
-
-bool ask(const QString& question)
-{
-    return box(question, engine::mb::YesNo | engine::mb::Question) == engine::answer::Yes;
 }
 
 QString long_date(QDate day)
@@ -410,7 +401,7 @@ void frm_Dates::read_from_db(bool first_record)
     }
     show_calendar();
     if (!totals_match
-        && ask(QStringLiteral("The database is out of date and MUST be saved to ensure correct operation.") + QLatin1Char('\n')
+        && App_Yes(QStringLiteral("The database is out of date and MUST be saved to ensure correct operation.") + QLatin1Char('\n')
                + QStringLiteral("Save Now?")))
         cmd_Save_Click();
 }
@@ -433,7 +424,7 @@ void frm_Dates::Start_Date_Left()
         return;
     QDate start;
     if (!box_date(txt_Start_Date, start)) {
-        box(QStringLiteral("Invalid start date"));
+        App_Box(QStringLiteral("Invalid start date"));
         focus_back(txt_Start_Date);
         return;
     }
@@ -442,7 +433,7 @@ void frm_Dates::Start_Date_Left()
         end = start.addDays(14 * 7);
         calendar_.set_default_end_date(end);
     } else if (!box_date(txt_End_Date, end)) {
-        box(QStringLiteral("Invalid end date"));
+        App_Box(QStringLiteral("Invalid end date"));
         focus_back(txt_End_Date);
         return;
     }
@@ -455,7 +446,7 @@ void frm_Dates::End_Date_Left()
         return;
     QDate end;
     if (!box_date(txt_End_Date, end)) {
-        box(QStringLiteral("Invalid end date"));
+        App_Box(QStringLiteral("Invalid end date"));
         focus_back(txt_End_Date);
         return;
     }
@@ -463,7 +454,7 @@ void frm_Dates::End_Date_Left()
         return;
     QDate start;
     if (!box_date(txt_Start_Date, start)) {
-        box(QStringLiteral("Invalid start date"));
+        App_Box(QStringLiteral("Invalid start date"));
         focus_back(txt_Start_Date);
         return;
     }
@@ -473,7 +464,7 @@ void frm_Dates::End_Date_Left()
 void frm_Dates::Term_Name_Left()
 {
     if (txt_Term_Name->text().contains(QLatin1Char('"'))) {
-        box(QStringLiteral("Term Names cannot include quotes"));
+        App_Box(QStringLiteral("Term Names cannot include quotes"));
         focus_back(txt_Term_Name);
     }
 }
@@ -531,13 +522,13 @@ void frm_Dates::mnu_Help_Click()
 void frm_Dates::cmd_Save_Click()
 {
     if (is_blank(txt_Term_Name)) {
-        box(QStringLiteral("Please enter a name for the term"));
+        App_Box(QStringLiteral("Please enter a name for the term"));
         txt_Term_Name->setFocus(Qt::OtherFocusReason);
         return;
     }
     QDate start;
     if (is_blank(txt_Start_Date) || !box_date(txt_Start_Date, start)) {
-        box(QStringLiteral("Please enter a start date"));
+        App_Box(QStringLiteral("Please enter a start date"));
         txt_Start_Date->setFocus(Qt::OtherFocusReason);
         return;
     }
@@ -545,7 +536,7 @@ void frm_Dates::cmd_Save_Click()
         txt_End_Date->setText(long_date(calendar_.default_end_date()));
     QDate end;
     if (!box_date(txt_End_Date, end)) {
-        box(QStringLiteral("Please enter an end date"));
+        App_Box(QStringLiteral("Please enter an end date"));
         txt_End_Date->setFocus(Qt::OtherFocusReason);
         return;
     }
@@ -553,12 +544,12 @@ void frm_Dates::cmd_Save_Click()
     // refused here as well, or the term would be stored without lessons.
     const QString refusal = Term_Dates_Refusal(start, end);
     if (!refusal.isEmpty()) {
-        box(refusal);
+        App_Box(refusal);
         txt_End_Date->setFocus(Qt::OtherFocusReason);
         return;
     }
     if (!is_blank(txt_Num_Invoices) && txt_Num_Invoices->text().trimmed().toInt() >= 1)
-        box(QStringLiteral("You are making changes to a term that already has invoices. ") + QLatin1Char('\n')
+        App_Box(QStringLiteral("You are making changes to a term that already has invoices. ") + QLatin1Char('\n')
                 + QStringLiteral("Please remember to re-run the automated invoicing to change the invoices."),
             engine::mb::Information);
     boxes_to_calendar();
@@ -583,19 +574,19 @@ void frm_Dates::cmd_Delete_Click()
 {
     engine::Recordset* terms = data_.Recordset();
     if (!terms || terms->at_eof()) {
-        box(QStringLiteral("There are no more term dates"));
+        App_Box(QStringLiteral("There are no more term dates"));
         return;
     }
     if (is_blank(txt_Term_id)) {
-        box(QStringLiteral("These dates have not yet been saved to the database, so cannot be deleted."));
+        App_Box(QStringLiteral("These dates have not yet been saved to the database, so cannot be deleted."));
         return;
     }
     const QString name = txt_Term_Name->text();
-    if (!ask(QStringLiteral("Do you wish to DELETE term ") + name + QStringLiteral(" from the database?")))
+    if (!App_Yes(QStringLiteral("Do you wish to DELETE term ") + name + QStringLiteral(" from the database?")))
         return;
     if (!DB_Delete_Term(txt_Term_id->text().trimmed().toInt()))
         return;
-    box(QStringLiteral("Term ") + name + QStringLiteral(" successfully deleted"), engine::mb::Information);
+    App_Box(QStringLiteral("Term ") + name + QStringLiteral(" successfully deleted"), engine::mb::Information);
     Refresh_Recordset();
 }
 
@@ -633,7 +624,7 @@ bool frm_Dates::Check_OK_To_Exit()
     }
     if (!unsaved)
         return true;
-    if (!ask(text + QStringLiteral("There are unsaved changes.") + QLatin1Char('\n') + QLatin1Char('\n')
+    if (!App_Yes(text + QStringLiteral("There are unsaved changes.") + QLatin1Char('\n') + QLatin1Char('\n')
              + QStringLiteral("Do you wish to save them now?")))
         return true;
     cmd_Save_Click();

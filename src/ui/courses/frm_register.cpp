@@ -11,6 +11,7 @@
 #include "toolkit/help_pages.h"
 #include "ui/courses/register_grid.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -28,11 +29,6 @@
 namespace {
 
 const QString tag = QStringLiteral("fregstr");
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
 
 const QStringList register_fields = {QStringLiteral("FirstName"), QStringLiteral("FamilyName"), QStringLiteral("Surname"),
                                      QStringLiteral("Pid"), QStringLiteral("Cid")};
@@ -271,12 +267,12 @@ void frm_Register::cmd_Add_Click()
 {
     const QList<engine::Bookmark> course_marks = dbg_Course->SelBookmarks_In_Order();
     if (course_marks.isEmpty()) {
-        box(QStringLiteral("Please select a course"));
+        App_Box(QStringLiteral("Please select a course"));
         return;
     }
     const QList<engine::Bookmark> pupil_marks = dbg_Pupil->SelBookmarks_In_Order();
     if (pupil_marks.isEmpty()) {
-        box(QStringLiteral("Please select at least one pupil"));
+        App_Box(QStringLiteral("Please select at least one pupil"));
         return;
     }
     QVector<RegisterCourse> courses;
@@ -301,10 +297,10 @@ void frm_Register::cmd_Delete_Click()
 {
     const QList<engine::Bookmark> marks = dbg_Register->SelBookmarks_In_Order();
     if (marks.isEmpty()) {
-        box(QStringLiteral("Please select a pupil in the Register"));
+        App_Box(QStringLiteral("Please select a pupil in the Register"));
         return;
     }
-    if (box(QStringLiteral("Do you really want to remove the pupil(s) from the register?"), engine::mb::YesNo)
+    if (App_Box(QStringLiteral("Do you really want to remove the pupil(s) from the register?"), engine::mb::YesNo)
         != engine::answer::Yes)
         return;
     QVector<RegisterEntry> entries;

@@ -9,6 +9,7 @@
 #include "engine/workspace.h"
 #include "shell/app_globals.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/app_boxes.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -35,11 +36,6 @@ RecordScreenWords family_words()
     words.empty_list = QStringLiteral("There are no more records");
     words.help_context = help::context::Families;
     return words;
-}
-
-int ask(const QString& question)
-{
-    return engine::MsgBox(question, engine::mb::YesNo | engine::mb::Question, App_Title());
 }
 
 }  // namespace
@@ -151,7 +147,7 @@ void frm_Family::cmd_Remove_Click()
         engine::MsgBox(QStringLiteral("There are no records"), engine::mb::OkOnly, App_Title());
         return;
     }
-    if (ask(QStringLiteral("Do you really want to delete all families ") + QStringLiteral("where there are no pupils?"))
+    if (App_Question(QStringLiteral("Do you really want to delete all families ") + QStringLiteral("where there are no pupils?"))
         != engine::answer::Yes) {
         set_status(QStringLiteral("Removal cancelled"));
         return;
@@ -175,7 +171,7 @@ void frm_Family::cmd_Remove_Click()
         if (no_pupils && Check_Family_Deletion(key)) {
             const QString name = current_title();
             // Two blanks after "delete", as the question has always been put.
-            if (ask(QStringLiteral("Do you really want to delete  ") + name) == engine::answer::Yes) {
+            if (App_Yes(QStringLiteral("Do you really want to delete  ") + name)) {
                 if (!data().Delete()) {
                     report_unexpected(QStringLiteral("cmd_Remove_Click"));
                     break;

@@ -14,8 +14,10 @@
 #include "toolkit/help_pages.h"
 #include "toolkit/recordset_model.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/bound_fields.h"
 #include "ui/toolkit/data_grid.h"
+#include "ui/toolkit/format_delegate.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -40,24 +42,6 @@
 namespace {
 
 const QString tag = QStringLiteral("freptpar");
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
-
-// Activity dates show in the long date format, as everywhere else.
-class LongDateDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->text = vb::Format(index.data(Qt::EditRole), Glob_Date_Format());
-    }
-};
 
 // A row's key as text, so that an id or a date from a list and the same from
 // a record compare equal whatever their types.
@@ -188,7 +172,8 @@ void frm_Report_Params::build_controls()
                               QStringLiteral("opt_Specific_Exams"), QStringLiteral("Specific Activity"));
     dbg_Exam = make_grid(frame_Exams, QStringLiteral("dbg_Exam"), QStringLiteral("Activities"));
     dbg_Activity_Dates = make_grid(frame_Exams, QStringLiteral("dbg_Activity_Dates"), QStringLiteral("Activity Dates"));
-    dbg_Activity_Dates->setItemDelegateForColumn(0, new LongDateDelegate(dbg_Activity_Dates));
+    // Activity dates show in the long date format, as everywhere else.
+    dbg_Activity_Dates->setItemDelegateForColumn(0, new FormatDelegate(Glob_Date_Format(), false, dbg_Activity_Dates));
     frame_Exams->layout()->addWidget(dbg_Exam);
     frame_Exams->layout()->addWidget(dbg_Activity_Dates);
 
@@ -450,7 +435,7 @@ void frm_Report_Params::cmd_Go_Click()
     QVector<QVariant> values;
     if (opt_Specific_Courses->isChecked()) {
         if (dbg_Course->SelBookmarks().isEmpty()) {
-            box(QStringLiteral("Please select a course"));
+            App_Box(QStringLiteral("Please select a course"));
             return;
         }
         if (!selected_values(courses_, values))
@@ -459,7 +444,7 @@ void frm_Report_Params::cmd_Go_Click()
     }
     if (opt_Specific_Exams->isChecked()) {
         if (dbg_Exam->SelBookmarks().isEmpty() && dbg_Activity_Dates->SelBookmarks().isEmpty()) {
-            box(QStringLiteral("Please select an Activity and/or Date"));
+            App_Box(QStringLiteral("Please select an Activity and/or Date"));
             return;
         }
         QVector<QVariant> days;
@@ -470,7 +455,7 @@ void frm_Report_Params::cmd_Go_Click()
     }
     if (opt_Specific_Pupils->isChecked()) {
         if (dbg_Pupil->SelBookmarks().isEmpty()) {
-            box(QStringLiteral("Please select a pupil"));
+            App_Box(QStringLiteral("Please select a pupil"));
             return;
         }
         if (!selected_values(pupils_, values))
@@ -479,7 +464,7 @@ void frm_Report_Params::cmd_Go_Click()
     }
     if (opt_Specific_Terms->isChecked()) {
         if (dbg_Term->SelBookmarks().isEmpty()) {
-            box(QStringLiteral("Please select a term"));
+            App_Box(QStringLiteral("Please select a term"));
             return;
         }
         if (!selected_values(terms_, values))
@@ -499,7 +484,7 @@ void frm_Report_Params::mnu_Exit_Click()
     }
     const QString question =
         QStringLiteral("You have not set up your selections. ") + QLatin1Char('\n') + QStringLiteral("Do you wish to save them? ");
-    if (box(question, engine::mb::YesNo | engine::mb::Question) == engine::answer::Yes)
+    if (App_Box(question, engine::mb::YesNo | engine::mb::Question) == engine::answer::Yes)
         cmd_Go_Click();
     else
         Switch_Screen(this, nullptr, false);

@@ -9,6 +9,7 @@
 #include "shell/report_numbers.h"
 #include "ui/reports/report_printing.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QComboBox>
@@ -59,11 +60,6 @@ namespace {
 
 const QString page_width = QStringLiteral("Page Width");
 const QString whole_page = QStringLiteral("Whole Page");
-
-int ask(const QString& question)
-{
-    return engine::MsgBox(question, engine::mb::YesNo | engine::mb::Question, App_Title());
-}
 
 }  // namespace
 
@@ -234,7 +230,7 @@ bool frm_View_Report::check_paper_before_printing(bool& printer_chosen)
     const PrinterState chosen = printer_state(printer_);
     if (GCR_Check_Paper(report, chosen))
         return true;
-    if (ask(QStringLiteral("The printer settings dont match those of the report. ") + QLatin1Char('\n')
+    if (App_Question(QStringLiteral("The printer settings dont match those of the report. ") + QLatin1Char('\n')
             + QStringLiteral("Shall I change the report settings to match the printer?"))
         == engine::answer::Yes) {
         report.page.paper_size = chosen.paper_size;

@@ -7,9 +7,10 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
+#include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/bound_fields.h"
 #include "ui/toolkit/screen_kit.h"
-#include "ui/shell/switch_screen.h"
 
 #include <QAction>
 #include <QApplication>
@@ -33,11 +34,6 @@ namespace {
 // The pattern's reports of a state it doesn't know, and of a save that failed
 // for a reason other than a duplicate.
 constexpr int unexpected_state = 300001;
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
 
 // A report numbered as a detected failure doesn't read the engine's error,
 // so the routine line of its log entry carries the cause: the number and
@@ -335,7 +331,7 @@ void RecordScreen::title_left()
     if (text.trimmed().isEmpty())
         return;
     if (text.contains(QLatin1Char('"'))) {
-        box(QStringLiteral("The title cannot include quotes"));
+        App_Box(QStringLiteral("The title cannot include quotes"));
         QTimer::singleShot(0, title_field_, [field = title_field_] { field->setFocus(Qt::OtherFocusReason); });
         return;
     }
@@ -369,7 +365,7 @@ void RecordScreen::Setup_List()
     engine::Recordset* records = data_.Recordset();
     if (!records || records->RecordCount() == 0) {
         if (records && !words_.empty_list.isEmpty())
-            box(words_.empty_list);
+            App_Box(words_.empty_list);
         return;
     }
     std::unique_ptr<engine::Recordset> clone = records->Clone();
@@ -423,7 +419,7 @@ void RecordScreen::cmb_Names_Click()
         return;
     case engine::editmode::InProgress:
     case engine::editmode::Add:
-        box(QStringLiteral("There are outstanding changes."));
+        App_Box(QStringLiteral("There are outstanding changes."));
         show_list_at_current();
         return;
     default:
@@ -478,12 +474,12 @@ void RecordScreen::set_status(const QString& text)
 bool RecordScreen::navigation_allowed()
 {
     if (EditMode() != engine::editmode::None) {
-        box(QStringLiteral("There are changes outstanding - cannot move"));
+        App_Box(QStringLiteral("There are changes outstanding - cannot move"));
         return false;
     }
     set_status(QString());
     if (data_.is_empty()) {
-        box(QStringLiteral("There are no records"));
+        App_Box(QStringLiteral("There are no records"));
         return false;
     }
     return true;
@@ -535,7 +531,7 @@ void RecordScreen::cmd_Add_Click()
 {
     set_status(QString());
     if (EditMode() != engine::editmode::None) {
-        box(QStringLiteral("There are changes already in progress"));
+        App_Box(QStringLiteral("There are changes already in progress"));
         return;
     }
     if (!data_.AddNew()) {
@@ -573,7 +569,7 @@ void RecordScreen::Check_LostFocus(QWidget* control)
         if (!field.DataChanged())
             return;
         if (data_.is_empty()) {
-            box(QStringLiteral("There is no record to edit. ") + QLatin1Char('\n') + words_.choose_title
+            App_Box(QStringLiteral("There is no record to edit. ") + QLatin1Char('\n') + words_.choose_title
                 + QStringLiteral("press Add New"));
             data_.UpdateControls();
             return;
@@ -593,12 +589,12 @@ bool RecordScreen::Validate_Data()
 {
     const QString title = title_field_->text();
     if (title.trimmed().isEmpty()) {
-        box(words_.title_missing);
+        App_Box(words_.title_missing);
         title_field_->setFocus(Qt::OtherFocusReason);
         return false;
     }
     if (title.contains(QLatin1Char('"'))) {
-        box(words_.title_quotes);
+        App_Box(words_.title_quotes);
         title_field_->setFocus(Qt::OtherFocusReason);
         return false;
     }
@@ -620,7 +616,7 @@ void RecordScreen::cmd_Update_Click()
     if (!data_.Update()) {
         if (engine::Err().Number == engine::jet::DuplicateKey) {
             engine::Err().Clear();
-            box(words_.duplicate);
+            App_Box(words_.duplicate);
             title_field_->setFocus(Qt::OtherFocusReason);
         } else {
             Report_Error(unexpected_state, QStringLiteral("Unexpected error "), engine::mb::Information,
@@ -677,15 +673,15 @@ QString RecordScreen::criteria_after_delete(const QString& title) const
 void RecordScreen::cmd_Delete_Click()
 {
     if (EditMode() != engine::editmode::None) {
-        box(QStringLiteral("There are changes in progress - cannot delete"));
+        App_Box(QStringLiteral("There are changes in progress - cannot delete"));
         return;
     }
     if (data_.is_empty()) {
-        box(QStringLiteral("There are no records"));
+        App_Box(QStringLiteral("There are no records"));
         return;
     }
     const QString title = current_title();
-    if (box(QStringLiteral("Do you really want to delete ") + title, engine::mb::YesNo | engine::mb::Question)
+    if (App_Box(QStringLiteral("Do you really want to delete ") + title, engine::mb::YesNo | engine::mb::Question)
         != engine::answer::Yes) {
         set_status(QStringLiteral("Deletion cancelled"));
         return;
@@ -704,7 +700,7 @@ void RecordScreen::cmd_Delete_Click()
         return;
     }
     if (data_.Recordset()->RecordCount() == 0) {
-        box(QStringLiteral("There are no more records"));
+        App_Box(QStringLiteral("There are no more records"));
         return;
     }
     if (data_.Recordset()->at_eof()) {
@@ -743,7 +739,7 @@ void RecordScreen::mnu_Exit_Click()
     cmd_Update->setFocus(Qt::OtherFocusReason);
     QCoreApplication::processEvents();
     if (EditMode() != engine::editmode::None) {
-        const int answer = box(QStringLiteral("You have made changes that have not been stored in the database.")
+        const int answer = App_Box(QStringLiteral("You have made changes that have not been stored in the database.")
                                    + QLatin1Char('\n') + QStringLiteral("Do you wish to save the changes?"),
                                engine::mb::YesNo | engine::mb::Question);
         if (answer == engine::answer::Yes) {
