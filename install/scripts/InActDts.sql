@@ -9,6 +9,14 @@ comment ------------------------------------------------------------------
 comment  One invoice per family and activity date.
 Qry_Setup_Invoice_ActivityDates;
 
+comment  The new invoices, which have no lines yet, are listed for printing:
+comment  the invoice report on the Reports screen prints these the next time
+comment  it runs. (An older invoice of the same dates left without lines is
+comment  listed with them.)
+INSERT INTO Tmp_Invoices SELECT I.Invoice_id AS tmp_Invoice_id FROM Invoices I
+  WHERE I.Invoice_Activity_Date IN (SELECT Tmp_Date FROM Tmp_Activities)
+  AND I.Invoice_id NOT IN (SELECT Inv_Line_Inv_id FROM Invoice_Lines WHERE Inv_Line_Inv_id IS NOT NULL);
+
 comment  The price of each activity for each pupil entered.
 Qry_Setup_Invoice_Activities;
 

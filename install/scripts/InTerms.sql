@@ -18,6 +18,10 @@ comment  A school's own steps for the new invoices alone - discounts, tax -
 comment  go here, working on the invoices whose Invoice_Generated is still 2.
 comment  InTermsSiblingDiscount.sql shows one.
 
+comment  The new invoices are listed for printing: the invoice report on the
+comment  Reports screen prints these, and only these, the next time it runs.
+INSERT INTO Tmp_Invoices SELECT Invoice_id AS tmp_Invoice_id FROM Invoices WHERE Invoice_Generated = 2;
+
 comment  Last, the provisional invoices become automatic (0).
 Qry_Update_Generation_to_Auto;
 

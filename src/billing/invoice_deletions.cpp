@@ -149,7 +149,10 @@ bool DB_Delete_All_Invoices(int& count)
     Deletion deletion(QStringLiteral("Unexpected error deleting All Invoices and Receipts"),
                       QStringLiteral("DB_Delete_All_Invoices"));
     long long deleted = 0;
-    if (!deletion.begin() || !deletion.execute(QStringLiteral("DELETE * FROM Receipts;"))
+    // The invoices an invoicing run listed for printing go with the rest:
+    // while listed, an invoice can't be deleted.
+    if (!deletion.begin() || !deletion.execute(QStringLiteral("DELETE * FROM Tmp_Invoices;"))
+        || !deletion.execute(QStringLiteral("DELETE * FROM Receipts;"))
         || !deletion.execute(QStringLiteral("DELETE * FROM Invoice_Lines;"))
         || !deletion.execute(QStringLiteral("Delete * from Invoices;"), &deleted))
         return false;

@@ -90,6 +90,7 @@ TEST_F(ActivityInvoicingTest, AnExamDateIsInvoicedPerFamilyWithPricesAndExpenses
                                               QStringLiteral("Brook|Invoice for Spring Exams|0")}));
     // Each entry priced, with its expenses: what each line holds is the queries' own business.
     EXPECT_EQ(school.lines().size(), 5);
+    EXPECT_EQ(school.count(QStringLiteral("Tmp_Invoices")), 2);
 }
 
 TEST_F(ActivityInvoicingTest, ASecondRunAsksFirstAndFailsWithoutAChange)

@@ -130,6 +130,8 @@ TEST_F(TermInvoicingTest, TwoTermsChosenAreInvoicedTogether)
     EXPECT_EQ(school.invoices().size(), 6);
     EXPECT_TRUE(school.lines().contains(QStringLiteral("Brook|Cara's Ballet Grade 1|3|130")));
     EXPECT_TRUE(school.lines().contains(QStringLiteral("Brook|Cara's Ballet Grade 1|3|120")));
+    // The run's invoices, and only they, are listed for the invoice report.
+    EXPECT_EQ(school.count(QStringLiteral("Tmp_Invoices T INNER JOIN Invoices I ON I.Invoice_id = T.tmp_Invoice_id")), 6);
 }
 
 TEST_F(TermInvoicingTest, CancellingAtTheCostCheckLeavesEverythingAsItWas)
