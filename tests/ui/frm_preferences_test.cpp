@@ -7,8 +7,12 @@
 #include "engine/settings_store.h"
 #include "reports/report_generation.h"
 #include "screen_driver.h"
+#include "shell/install_folder.h"
 #include "shell/locale_formats.h"
 #include "shell/settings.h"
+#include "support/scripted_boxes.h"
+
+#include <QDir>
 
 #include <QLabel>
 #include <QLineEdit>
@@ -26,6 +30,7 @@ protected:
     void TearDown() override
     {
         Glob_Date_Order() = 1;
+        set_install_folder_for_tests(QString());
         GCR_Generate_State() = generate_state::Idle;
         ScreenTest::TearDown();
     }
@@ -67,6 +72,25 @@ TEST_F(PreferencesScreen, GenerateIsRefusedWhileARunIsUnderWayOrAfterCancel)
     EXPECT_EQ(GCR_Generate_State(), generate_state::Cancelled);
     click(screen->cmd_Generate);
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Generation already in progress"));
+}
+
+TEST_F(PreferencesScreen, AGeneratedCopyBecomesTheReportFolderInForce)
+{
+    set_install_folder_for_tests(school.file(QStringLiteral("app")));
+    ASSERT_TRUE(QDir().mkpath(school.file(QStringLiteral("app/repfmts"))));
+    school.write_file(QStringLiteral("app/repfmts/PrtHead.rpt"),
+                      QStringLiteral("<report version=\"1\"><tables><table name=\"Families\"/></tables></report>"));
+    Settings().report_format_dir = school.file(QStringLiteral("app/repfmts"));
+    Settings().report_list = school.write_file(QStringLiteral("app/repfmts/zrepfmt.lst"), QString());
+    Glob_Standard_Formats() = false;
+    open();
+    testing_support::ScriptedBoxes()
+        .expect(QStringLiteral("About to create a new folder with report files."), engine::answer::Yes)
+        .during([&] { click(screen->cmd_Generate); });
+    EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("Customised reports generated successfully and default values changed"));
+    EXPECT_EQ(Settings().report_format_dir, school.file(QStringLiteral("app/genrepfmts")));
+    EXPECT_EQ(Settings().report_list, school.file(QStringLiteral("app/genrepfmts/zrepfmt.lst")));
+    EXPECT_EQ(GCR_Generate_State(), generate_state::Idle);
 }
 
 }  // namespace

@@ -97,6 +97,8 @@ frm_Preferences::frm_Preferences(QWidget* parent) : QWidget(parent, Qt::Window)
 
     show_settings_in_force();
     GCR_Generate_State() = generate_state::Idle;
+    // Room for the commands to stand apart, and for a long discount text.
+    resize(sizeHint().expandedTo(QSize(560, 0)));
 }
 
 QGroupBox* frm_Preferences::build_course_order()

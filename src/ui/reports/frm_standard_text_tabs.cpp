@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QSpacerItem>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -82,9 +83,14 @@ void frm_Standard_Text::build_school_fields()
     txt_Address->setTabChangesFocus(true);
     // Four or five lines of address; the tabs below take the height to spare.
     txt_Address->setMaximumHeight(txt_Address->fontMetrics().lineSpacing() * 5 + 12);
+    // The column keeps to the top, level with the name, with room to spare below.
+    QGridLayout* right = column_layout(1);
+    right->setRowStretch(0, 0);
+    right->addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding), right->rowCount(), 1);
 
     SSTab1 = new QTabWidget(this);
     SSTab1->setObjectName(QStringLiteral("SSTab1"));
+    SSTab1->setUsesScrollButtons(false);  // every kind of notice stays in sight
     add_wide_widget(SSTab1, true);
 }
 
@@ -151,12 +157,14 @@ void frm_Standard_Text::build_values_tab()
         txt_Discount_Value[i] = named_line(values.page(), QStringLiteral("txt_Discount_Value_%1").arg(i));
         auto* description = new QLabel(QStringLiteral("Description :"), values.page());
         description->setBuddy(txt_Discount_descr[i]);
-        txt_Discount_Value[i]->setAccessibleName(QStringLiteral("Value %1").arg(i + 1));
+        auto* value = new QLabel(QStringLiteral("Value :"), values.page());
+        value->setBuddy(txt_Discount_Value[i]);
         grid->addWidget(description, i + 1, 0, Qt::AlignRight);
         grid->addWidget(txt_Discount_descr[i], i + 1, 1);
+        grid->addWidget(value, i + 1, 2, Qt::AlignRight);
         grid->addWidget(txt_Discount_Value[i], i + 1, 3);
     }
-    grid->setColumnMinimumWidth(2, 12);
+    grid->setColumnMinimumWidth(2, 60);
     grid->setRowStretch(grid->rowCount(), 1);
 }
 
