@@ -115,6 +115,29 @@ QString copy_message(const QString& generate_dir, const QString& source_dir)
            + QStringLiteral("using standard files from ") + source_dir;
 }
 
+// Regenerating the copy in use: asked as an overwrite. Its files are taken
+// aside before the folder goes, since they are also what the new copy is
+// made from; `copy_from` is then where they went.
+bool overwrite_copy_in_use(const QString& message, const QString& folder, QTemporaryDir& aside, QString& copy_from)
+{
+    const QString routine = QStringLiteral("Setup_Copy_Directories ");
+    if (ask(message + QLatin1Char('\n') + QStringLiteral("The reports that you are currently using will be overwritten.")
+            + QLatin1Char('\n') + QStringLiteral("Overwrite?"))
+        != engine::answer::Yes)
+        return false;
+    QString cause;
+    if (!aside.isValid() || !copy_files(folder, aside.path(), cause)) {
+        report_file_failure(QStringLiteral("Unexpected error "), routine, cause);
+        return false;
+    }
+    copy_from = aside.path();
+    if (QFileInfo::exists(folder) && !QDir(folder).removeRecursively()) {
+        report_file_failure(QStringLiteral("Unexpected error "), routine, QStringLiteral("Cannot delete ") + folder);
+        return false;
+    }
+    return true;
+}
+
 // The report list in force belongs neither to the standard files nor to the
 // copy: a personalised list, which the user must choose again afterwards.
 void warn_of_own_list(const QString& source_dir, const QString& generate_dir)
@@ -208,31 +231,17 @@ bool Setup_Copy_Directories(QString& header_path, QString& source_dir, QString& 
         message += QStringLiteral(" with the standard header in ") + header_path;
     }
 
-    // Regenerating the copy in use: its files are taken aside before the
-    // folder goes, since they are also what the new copy is made from.
-    QTemporaryDir aside;
-    QString copy_from = source_dir;
     QByteArray header;
     QString cause;
     if (!read_header(header_path, header, cause)) {
         report_file_failure(QStringLiteral("Unexpected error "), routine, cause);
         return false;
     }
+    QTemporaryDir aside;
+    QString copy_from = source_dir;
     if (same_path(source_dir, generate_dir)) {
-        if (ask(message + QLatin1Char('\n') + QStringLiteral("The reports that you are currently using will be overwritten.")
-                + QLatin1Char('\n') + QStringLiteral("Overwrite?"))
-            != engine::answer::Yes)
+        if (!overwrite_copy_in_use(message, generate_dir, aside, copy_from))
             return false;
-        if (!aside.isValid() || !copy_files(source_dir, aside.path(), cause)) {
-            report_file_failure(QStringLiteral("Unexpected error "), routine + QLatin1Char(' '), cause);
-            return false;
-        }
-        copy_from = aside.path();
-        if (QFileInfo::exists(generate_dir) && !QDir(generate_dir).removeRecursively()) {
-            report_file_failure(QStringLiteral("Unexpected error "), routine + QLatin1Char(' '),
-                                QStringLiteral("Cannot delete ") + generate_dir);
-            return false;
-        }
     } else if (ask(message + QLatin1Char('\n') + QStringLiteral("About to create a new folder with report files.")
                    + QLatin1Char('\n') + QStringLiteral("Continue?"))
                != engine::answer::Yes) {
