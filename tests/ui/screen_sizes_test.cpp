@@ -12,7 +12,9 @@
 #include <QTabWidget>
 #include "ui/shell/frm_main_menu.h"
 #include "ui/people/frm_teachers.h"
+#include "ui/reports/frm_preferences.h"
 #include "ui/reports/frm_report_params.h"
+#include "ui/reports/frm_standard_text.h"
 #include "ui/toolkit/help_window.h"
 #include "ui/shell/switch_screen.h"
 
@@ -237,6 +239,22 @@ TEST_F(ScreenSizes, ThePupilImportReadsWholeAtItsSmallestWithALineShownWhole)
     settle();
     expect_readable_at_smallest(import_screen);
     expect_labels_level(import_screen);
+}
+
+TEST_F(ScreenSizes, ReportTextReadsWholeAtItsSmallestOnEveryTabAndPreferencesToo)
+{
+    auto* texts = new frm_Standard_Text;
+    check(texts, true);
+    for (int page = 1; page < texts->SSTab1->count(); ++page) {
+        SCOPED_TRACE(texts->SSTab1->tabText(page).toStdString());
+        texts->SSTab1->setCurrentIndex(page);
+        settle();
+        expect_readable_at_smallest(texts);
+        expect_labels_level(texts);
+    }
+    Unload(screen);
+    settle();
+    check(new frm_Preferences, true);
 }
 
 }  // namespace

@@ -13,7 +13,9 @@
 #include "ui/people/frm_pupil.h"
 #include "ui/people/frm_pupil_import.h"
 #include "ui/people/frm_teachers.h"
+#include "ui/reports/frm_preferences.h"
 #include "ui/reports/frm_report_params.h"
+#include "ui/reports/frm_standard_text.h"
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
 #include "ui/shell/switch_screen.h"
@@ -37,11 +39,13 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},
+        {QStringLiteral("frm_Preferences"), [] { return new frm_Preferences; }},
         {QStringLiteral("frm_Pupil"), [] { return new frm_Pupil; }},
         {QStringLiteral("frm_Pupil_Import"), [] { return new frm_Pupil_Import; }},
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Register"), [] { return new frm_Register; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
+        {QStringLiteral("frm_Standard_Text"), [] { return new frm_Standard_Text; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
     return screens;

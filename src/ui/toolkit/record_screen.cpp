@@ -190,6 +190,15 @@ void RecordScreen::add_growing_row(int column, const QString& label, QWidget* fi
     add_row(column, label, field, true);
 }
 
+void RecordScreen::add_wide_widget(QWidget* widget, bool grows)
+{
+    auto* screen_layout = static_cast<QVBoxLayout*>(layout());
+    const int at = screen_layout->indexOf(record_area_) + 1 + wide_widgets_++;
+    screen_layout->insertWidget(at, widget, grows ? 1 : 0);
+    if (grows)
+        screen_layout->setStretchFactor(record_area_, 0);
+}
+
 QPushButton* RecordScreen::add_command(const QString& name, const QString& caption)
 {
     auto* button = make_button(this, name, caption);
@@ -658,7 +667,7 @@ void RecordScreen::cmd_Cancel_Click()
         set_status(QStringLiteral("Change cancelled"));
         break;
     default:
-        report_unexpected_mode(QStringLiteral("cmd_Cancel_Click"));
+        report_unexpected_mode(words_.cancel_routine);
     }
     Clear_highlights();
     data_.UpdateControls();

@@ -49,6 +49,7 @@ struct RecordScreenWords {
     QString prev_routine = QStringLiteral("cmd_Prev");
     QString next_routine = QStringLiteral("cmd_Next");
     QString last_routine = QStringLiteral("cmd_Last");
+    QString cancel_routine = QStringLiteral("cmd_Cancel_Click");
 };
 
 class RecordScreen : public QWidget {
@@ -84,7 +85,8 @@ public:
     void cmd_Next_Click();
     void cmd_Last_Click();
     void cmd_Add_Click();
-    void cmd_Update_Click();
+    // A screen on a single row stores it in place, without finding it again.
+    virtual void cmd_Update_Click();
     void cmd_Cancel_Click();
     void cmd_Delete_Click();
     void cmb_Names_Click();
@@ -110,6 +112,9 @@ protected:
     // The grid of a column of fields (label in column 0, field in column 1),
     // for a screen that arranges a row of its own.
     QGridLayout* column_layout(int column) const { return columns_[column == 0 ? 0 : 1]; }
+    // A widget across the whole screen, under the columns of fields (a set of
+    // tabs); with `grows` it takes the height to spare.
+    void add_wide_widget(QWidget* widget, bool grows);
     // A further command, placed before the editing commands.
     QPushButton* add_command(const QString& name, const QString& caption);
     // The hidden box into which an opening screen writes the key to show.
@@ -199,6 +204,7 @@ private:
     QString title_column_;
     QLineEdit* title_field_ = nullptr;
     QHBoxLayout* command_row_ = nullptr;
+    int wide_widgets_ = 0;
     QLabel* field_label(const QString& text);
     void add_row(int column, const QString& label, QWidget* field, bool grows);
 
