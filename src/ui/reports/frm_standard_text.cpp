@@ -8,6 +8,7 @@
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/app_boxes.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -163,7 +164,7 @@ bool frm_Standard_Text::Validate_Data()
     if (refusal.field == StandardTextField::None)
         return true;
 
-    engine::MsgBox(refusal.message, engine::mb::OkOnly, App_Title());
+    App_Box(refusal.message);
     QLineEdit* field = refusal.field == StandardTextField::Exam_Rate     ? txt_Deflt_Exam_Hourly_Rate
                        : refusal.field == StandardTextField::Course_Rate ? txt_Deflt_Course_Hourly_Rate
                        : refusal.field == StandardTextField::Show_Cost   ? txt_Show_Cost_per_Pupil
