@@ -41,14 +41,14 @@ struct HeaderLook {
     int stretch;
 };
 const HeaderLook header_looks[timetable_headers] = {
-    {"Time calculated from the start time, duration and extra", 7, 0},
+    {"Time calculated from the start time, duration and extra", 9, 0},
     {"Time currently stored in the database", 6, 0},
-    {"Duration (in minutes) of exam (from Activities screen)", 7, 0},
-    {"Extra minutes needed due to extra pupils in the exam - you can change these and it may be negative!", 5, 0},
+    {"Duration (in minutes) of exam (from Activities screen)", 9, 0},
+    {"Extra minutes needed due to extra pupils in the exam - you can change these and it may be negative!", 6, 0},
     {"Number of pupils taking the exam together", 6, 0},
     {"Title of the exam (from Activities screen)", 14, 1},
     {nullptr, 30, 3},
-    {nullptr, 4, 0},
+    {nullptr, 0, 0},
 };
 
 int box(const QString& text, int style = engine::mb::OkOnly)
@@ -187,7 +187,7 @@ void frm_ExamList::build_controls()
     setTabOrder(cmd_Add_Break, cmd_Delete_Slot);
     setTabOrder(cmd_Delete_Slot, cmd_Update);
     setTabOrder(cmd_Update, txg->txg_Element.first());
-    resize(minimumSizeHint().expandedTo(QSize(1180, 640)));
+    resize(minimumSizeHint().expandedTo(QSize(1180, 0)));
 }
 
 void frm_ExamList::connect_controls()

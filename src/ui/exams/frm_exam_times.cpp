@@ -27,8 +27,8 @@ constexpr int results_headers = 9;
 constexpr int results_elements = 99;
 
 // Each column's width in characters, and its share of the room to spare.
-const int column_characters[results_headers] = {22, 16, 11, 6, 5, 5, 14, 10, 4};
-const int column_stretch[results_headers] = {3, 2, 0, 0, 0, 0, 1, 1, 0};
+const int column_characters[results_headers] = {24, 15, 13, 6, 6, 6, 16, 14, 0};
+const int column_stretch[results_headers] = {3, 2, 0, 0, 0, 0, 2, 1, 0};
 
 }  // namespace
 
@@ -74,7 +74,7 @@ void frm_ExamTimes::build_controls()
     DBG_Dates->setAccessibleName(DBG_Dates_Caption->text());
     DBG_Dates->setSelectionMode(QAbstractItemView::SingleSelection);
     DBG_Dates->verticalHeader()->hide();
-    DBG_Dates->setMinimumWidth(fontMetrics().averageCharWidth() * 34);
+    DBG_Dates->setMinimumSize(fontMetrics().averageCharWidth() * 34, fontMetrics().height() * 12);
     DBG_Dates_Caption->setBuddy(DBG_Dates);
     dates->addWidget(DBG_Dates_Caption);
     dates->addWidget(DBG_Dates, 1);
@@ -109,7 +109,7 @@ void frm_ExamTimes::build_controls()
     setTabOrder(DBG_Dates, txg->txg_Element.first());
     setTabOrder(txg->txg_Element.last(), cmd_Teachers);
     setTabOrder(cmd_Teachers, cmd_Update);
-    resize(minimumSizeHint().expandedTo(QSize(1200, 560)));
+    resize(minimumSizeHint().expandedTo(QSize(1240, 0)));
 }
 
 void frm_ExamTimes::connect_controls()

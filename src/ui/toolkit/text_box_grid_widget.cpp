@@ -71,9 +71,22 @@ void TextBoxGridWidget::build_cells(int header_count, int element_count)
 
 void TextBoxGridWidget::set_column_width(int visual_column, int characters, int stretch)
 {
-    auto* layout = static_cast<QGridLayout*>(this->layout());
-    layout->setColumnMinimumWidth(visual_column, fontMetrics().averageCharWidth() * characters + 10);
-    layout->setColumnStretch(visual_column, stretch);
+    // A column without stretch keeps its width; the others share what is left.
+    const int width = fontMetrics().averageCharWidth() * characters + 12;
+    QList<QWidget*> cells;
+    if (visual_column < txg_Hdr.size())
+        cells << txg_Hdr[visual_column];
+    for (int i = visual_column; i < txg_Element.size() && !txg_Hdr.isEmpty(); i += txg_Hdr.size())
+        cells << txg_Element[i];
+    for (QWidget* cell : cells) {
+        if (stretch == 0) {
+            cell->setFixedWidth(width);
+        } else {
+            cell->setMinimumWidth(width);
+            cell->setSizePolicy(QSizePolicy::Ignored, cell->sizePolicy().verticalPolicy());
+        }
+    }
+    static_cast<QGridLayout*>(layout())->setColumnStretch(visual_column, stretch);
 }
 
 int TextBoxGridWidget::element_index(const QWidget* cell) const
