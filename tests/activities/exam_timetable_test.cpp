@@ -201,6 +201,33 @@ TEST_F(ExamDay, APupilIntoABreakTakesItsTimeAndLeavesTheRestOfTheBreak)
     EXPECT_EQ(stored(cat), QStringLiteral("10:15 1"));
 }
 
+TEST_F(ExamDay, BreaksGoBeforeTheHighlightedRowOrAtTheEndAndAreDeletedWithoutTouchingTheDatabase)
+{
+    const int grade1 = exam(QStringLiteral("Grade 1"), 15);
+    entrant(QStringLiteral("Amy"), grade1, QStringLiteral("10:00"), 1);
+    ASSERT_TRUE(load());
+    EXPECT_TRUE(timetable.OK_TO_Exit());  // a grid of one row never counts as changed
+
+    // With one row and no highlight the break takes the start time, as it always has.
+    timetable.cmd_Add_Break();
+    EXPECT_EQ(column(slot::Time), QStringLiteral("10:00|10:00"));
+    EXPECT_EQ(column(slot::Calculated), QStringLiteral("10:00|10:15"));
+    EXPECT_FALSE(timetable.OK_TO_Exit());
+    // With more rows it follows the last one; with a highlight it goes before it, taking its time.
+    timetable.cmd_Add_Break();
+    EXPECT_EQ(grid.row_texts(3)[slot::Time - 1], QStringLiteral("10:10"));
+    grid.txg_highlight(1);
+    timetable.cmd_Add_Break();
+    EXPECT_EQ(column(slot::Exam), QStringLiteral("BREAK|Grade 1|BREAK|BREAK"));
+    EXPECT_EQ(column(slot::Calculated), QStringLiteral("10:00|10:10|10:25|10:35"));
+
+    const QString before = school.dump();
+    ASSERT_TRUE(timetable.Handle_Delete_Slot());
+    EXPECT_EQ(timetable.status, QStringLiteral("Break deleted"));
+    EXPECT_EQ(column(slot::Exam), QStringLiteral("Grade 1|BREAK|BREAK"));
+    EXPECT_EQ(school.dump(), before);
+}
+
 TEST_F(ExamDay, ADayWithMorePupilsThanCellsScrolls)
 {
     const int grade1 = exam(QStringLiteral("Grade 1"), 15);

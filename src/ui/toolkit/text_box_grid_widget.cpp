@@ -97,13 +97,6 @@ int TextBoxGridWidget::element_index(const QWidget* cell) const
     return -1;
 }
 
-void TextBoxGridWidget::change(int element, QString& old_text)
-{
-    if (element < 0 || element >= txg_Element.size())
-        return;
-    grid_.txg_change(element, txg_Element[element]->text(), old_text);
-}
-
 // ---- Painting what the grid worked out ----
 
 void TextBoxGridWidget::paint_bar(QScrollBar* bar, const txg_bar& state)

@@ -28,9 +28,6 @@ public:
     // shared out by stretch.
     void set_column_width(int visual_column, int characters, int stretch = 0);
 
-    // The element's present text, and txg_change with it.
-    void change(int element, QString& old_text);
-    int element_index(const QWidget* cell) const;
 
     QVector<QLabel*> txg_Hdr;
     QVector<QLineEdit*> txg_Element;
@@ -50,6 +47,7 @@ protected:
 
 private:
     void build_cells(int header_count, int element_count);
+    int element_index(const QWidget* cell) const;
     void paint();
     void paint_bar(QScrollBar* bar, const txg_bar& state);
 
