@@ -1,9 +1,12 @@
 // Pictures of screens for the user manual: opens a copy of a school's
 // database, shows each named screen at its own size and saves what it shows.
 //
-//   quillary-screenshots DATABASE OUTPUT_FOLDER frm_Name[:cmd_Button][=picture] ...
+//   quillary-screenshots DATABASE OUTPUT_FOLDER frm_Name[:cmd_Button][~Row text][=picture] ...
 //
 // frm_View_Report@FILE.rpt shows that report in the viewer.
+//
+// With a row's text named, the first list or grid of the screen with a row
+// showing that text goes to that row first, as a click on it would.
 //
 // With a button named, the button is pressed once the screen is on view, and
 // the picture is of the screen then on view (one the button opened, say).
@@ -21,6 +24,7 @@
 #include "ui/shell/screen_catalogue.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -38,6 +42,21 @@ void wait(int milliseconds)
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+// Makes the row showing `text` current in the first view that has one.
+bool go_to_row(QWidget* screen, const QString& text)
+{
+    for (QAbstractItemView* view : screen->findChildren<QAbstractItemView*>()) {
+        const QAbstractItemModel* model = view->model();
+        for (int row = 0; model && row < model->rowCount(); ++row)
+            for (int column = 0; column < model->columnCount(); ++column)
+                if (model->index(row, column).data().toString() == text) {
+                    view->setCurrentIndex(model->index(row, column));
+                    return true;
+                }
+    }
+    return false;
 }
 
 }  // namespace
@@ -63,7 +82,9 @@ int main(int argc, char* argv[])
     int failures = 0;
     for (int i = 3; i < argc; ++i) {
         const QString request = QString::fromLocal8Bit(argv[i]);
-        const QString screen_and_button = request.section(QLatin1Char('='), 0, 0);
+        const QString screen_part = request.section(QLatin1Char('='), 0, 0);
+        const QString row_text = screen_part.section(QLatin1Char('~'), 1);
+        const QString screen_and_button = screen_part.section(QLatin1Char('~'), 0, 0);
         const QString form = screen_and_button.section(QLatin1Char(':'), 0, 0);
         const QString button = screen_and_button.section(QLatin1Char(':'), 1);
         const QString picture = request.contains(QLatin1Char('=')) ? request.section(QLatin1Char('='), 1) : form;
@@ -83,6 +104,14 @@ int main(int argc, char* argv[])
         screen->show();
         wait(700);
         QWidget* shown = screen;
+        if (!row_text.isEmpty()) {
+            if (!go_to_row(screen, row_text)) {
+                std::fprintf(stderr, "no row %s on %s\n", qPrintable(row_text), qPrintable(form));
+                ++failures;
+                continue;
+            }
+            wait(700);
+        }
         if (!button.isEmpty()) {
             auto* command = screen->findChild<QAbstractButton*>(button);
             if (!command) {

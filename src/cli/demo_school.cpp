@@ -250,15 +250,19 @@ private:
                 return false;
 
         int order = 0;
+        QTime at(10, 0);  // each candidate when the one before has finished
         for (const Pupil& p : pupils_) {
             if (p.age >= 6 && p.age <= 9 && order < 10) {
                 const int exam = p.age <= 7 ? exam_grade1 : exam_grade2;
-                const QTime at = QTime(10, 0).addSecs(order * 15 * 60);
+                // Not marked yet: a mark of 0 and no grade, as the timetable lists them.
                 if (!add(QStringLiteral("Exam_Results"),
                          {{"Results_Pupil_id", p.id}, {"Results_Exam_id", exam}, {"Results_Teacher_id", teacher_ids_[0]},
                           {"Results_Date", exam_day}, {"Results_Time_txt", at.toString(QStringLiteral("HH:mm"))},
-                          {"Results_Order", ++order}}))
+                          {"Results_Order", ++order}, {"Results_Mark", 0}, {"Results_Grade", QStringLiteral("")}}))
                     return false;
+                at = at.addSecs((p.age <= 7 ? 15 : 20) * 60);
+                if (order == 5)
+                    at = at.addSecs(15 * 60);  // the examiner's break
                 // Last year's exam, with its mark and grade.
                 const int mark = 55 + dice_.below(40);
                 if (!add(QStringLiteral("Exam_Results"),

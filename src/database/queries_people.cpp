@@ -37,9 +37,10 @@ QString pupils_doing_exam(const QString& parameters, const QString& more_tables,
              "ORDER BY F.Family_Name, P.Pupil_FirstName;";
 }
 
-// Exam entrants of a date not yet marked or graded. With the "= NULL" tests
-// only an empty text, a mark of 0 and an empty grade count as "not yet", and
-// the timetabled list (NOT of a test that is null) lists nobody.
+// Exam entrants of a date not yet marked or graded. The "= NULL" tests never
+// hold: only an empty text, a mark of 0 and an empty grade count as "not yet",
+// and the timetabled list, which negates such a test, takes it as false, so
+// that it lists the entrants with a real time.
 QString timetable_entrants(const QString& columns, const QString& time_test, const QString& order)
 {
     return "PARAMETERS par_date DATE; SELECT " + display_name + " AS DisplayName, " + columns
@@ -232,7 +233,7 @@ std::vector<StoredQueryText> make_texts()
                             "R.Results_Date, E.Exam_Dance, E.Exam_Level, E.Exam_Teacher, F.Family_Name, P.Pupil_FirstName")},
         {"Qry_Exam_Timetable_Pupils_Times",
          timetable_entrants("E.Exam_Title, E.Exam_Duration, R.Results_id, R.Results_Time_txt",
-                            "NOT (R.Results_Time_txt = NULL OR R.Results_Time_txt = '')",
+                            "NOT (ifnull(R.Results_Time_txt = NULL, 0) OR R.Results_Time_txt = '')",
                             "R.Results_Date, R.Results_Time_txt")},
         {"Qry_Select_Dates_Of_Exams_Only",
          "SELECT DISTINCT T.ActT_Date AS ActT_Date, T.ActT_Title AS ActT_Title FROM Exam_Results R, Exams E, "

@@ -96,11 +96,13 @@ TEST(ActivityQueries, TheTimetableListsKeepTheirTestsAgainstNull)
     ASSERT_TRUE(school.db().execute_native("UPDATE Exam_Results SET Results_Time_txt = '' WHERE Results_id = 2"));
     ASSERT_TRUE(school.db().execute_native("UPDATE Exam_Results SET Results_Time_txt = '10:30' WHERE Results_id = 3"));
 
-    // Only the empty time counts as "without": a null one is in neither list, nor is a real time.
+    // Only the empty time counts as "without", only a real time as timetabled: a null one is in neither list.
     const Rows without = school.rows("Qry_Exam_Timetable_Pupils_Without_Times", {{"par_date", QDate(2026, 3, 14)}});
     ASSERT_EQ(without.size(), 1u);
     EXPECT_EQ(without[0]["Results_id"].toInt(), 2);
-    EXPECT_TRUE(school.rows("Qry_Exam_Timetable_Pupils_Times", {{"par_date", QDate(2026, 3, 14)}}).empty());
+    const Rows timed = school.rows("Qry_Exam_Timetable_Pupils_Times", {{"par_date", QDate(2026, 3, 14)}});
+    ASSERT_EQ(timed.size(), 1u);
+    EXPECT_EQ(timed[0]["Results_id"].toInt(), 3);
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include "ui/calendar/frm_dates.h"
 #include "ui/courses/frm_courses.h"
 #include "ui/courses/frm_register.h"
+#include "ui/exams/frm_exam_list.h"
+#include "ui/exams/frm_exam_times.h"
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_pupil.h"
 #include "ui/people/frm_pupil_import.h"
@@ -36,6 +38,8 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Auto_Invoice"), [] { return new frm_Auto_Invoice; }},
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
+        {QStringLiteral("frm_ExamList"), [] { return new frm_ExamList; }},
+        {QStringLiteral("frm_ExamTimes"), [] { return new frm_ExamTimes; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},

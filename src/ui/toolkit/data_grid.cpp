@@ -1,10 +1,32 @@
 #include "ui/toolkit/data_grid.h"
 
+#include "engine/vb_values.h"
 #include "toolkit/recordset_model.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QStyledItemDelegate>
 #include <algorithm>
+
+namespace {
+
+// Shows a value through a Format picture.
+class FormatDelegate : public QStyledItemDelegate {
+public:
+    FormatDelegate(QString picture, QObject* parent) : QStyledItemDelegate(parent), picture_(std::move(picture)) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = vb::Format(index.data(Qt::EditRole), picture_);
+    }
+
+private:
+    QString picture_;
+};
+
+}  // namespace
 
 DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetModel(this))
 {
@@ -24,6 +46,12 @@ void DataGrid::set_recordset(engine::Recordset* recordset)
 {
     model_->set_recordset(recordset);
     resizeColumnsToContents();
+}
+
+void DataGrid::set_column_format(int column, const QString& picture)
+{
+    setItemDelegateForColumn(column, new FormatDelegate(picture, this));
+    resizeColumnToContents(column);
 }
 
 void DataGrid::Refresh()
