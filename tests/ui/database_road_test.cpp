@@ -1,6 +1,6 @@
 // The road of a school's database, driven from the screens: the program
 // started on a fresh home, a new database created and chosen, a family and a
-// pupil added, a term invoiced, a backup taken and then chosen as the
+// pupil on a course added, a term invoiced, a backup taken and then chosen as the
 // database to work on, with the family and the invoice in it.
 
 #include "billing/invoicing_school.h"
@@ -15,6 +15,7 @@
 #include "support/test_folder.h"
 #include "ui/admin/frm_dbchange.h"
 #include "ui/admin/frm_dbcontrol.h"
+#include "ui/courses/frm_courses.h"
 #include "ui/people/frm_family.h"
 #include "ui/people/frm_pupil.h"
 #include "ui/shell/frm_main_menu.h"
@@ -23,6 +24,8 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QListWidget>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -108,12 +111,29 @@ TEST_F(DatabaseRoad, FromAFreshHomeToABackupChosenAsTheSchool)
     ASSERT_EQ(showing<frm_Main_Menu>("frm_Main_Menu"), menu);
     EXPECT_EQ(menu->lbl_Current_DB_Name->text(), QStringLiteral("Bellevue"));
 
-    // Families, then Pupils: Amy Ashby.
-    click(menu->cmd_Families);
+    // Courses, Families and Pupils, each starting on a new record: Amy Ashby on Ballet 1 on Mondays.
+    click(menu->cmd_Courses);
+    auto* courses = showing<frm_Courses>("frm_Courses");
+    ASSERT_NE(courses, nullptr);
+    bring_to_front(courses);
+    type_into(courses->txt_Course_Title, QStringLiteral("Ballet 1"));
+    courses->lst_Day->setFocus(Qt::MouseFocusReason);
+    QTest::mouseClick(courses->lst_Day->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      courses->lst_Day->visualItemRect(courses->lst_Day->item(code::weekday::Monday)).center());
+    type_into(courses->txt_Duration, QStringLiteral("45"));
+    type_into(courses->txt_Price, QStringLiteral("10"));
+    click(courses->cmd_Update);
+    EXPECT_EQ(courses->txt_Status->text(), QStringLiteral("Ballet 1 added successfully"));
+    courses->mnu_Exit->trigger();
+    settle();
+
+    ScriptedBoxes().expect(QStringLiteral("There are no more records")).during([&] {
+        click(menu->cmd_Families);
+        if (auto* opened = showing<frm_Family>("frm_Family"))
+            bring_to_front(opened);
+    });
     auto* families = showing<frm_Family>("frm_Family");
     ASSERT_NE(families, nullptr);
-    bring_to_front(families);
-    click(families->cmd_Add);
     type_into(families->txt_Family_Name, QStringLiteral("Ashby"));
     type_into(families->txt_Address, QStringLiteral("1 High Street"));
     click(families->cmd_Update);
@@ -125,7 +145,6 @@ TEST_F(DatabaseRoad, FromAFreshHomeToABackupChosenAsTheSchool)
     auto* pupils = showing<frm_Pupil>("frm_Pupil");
     ASSERT_NE(pupils, nullptr);
     bring_to_front(pupils);
-    click(pupils->cmd_Add);
     type_into(pupils->txt_First_Name, QStringLiteral("Amy"));
     tab_out(pupils->txt_First_Name);
     const int ashby = pupils->cmb_Family_Names->findText(QStringLiteral("Ashby"));
@@ -135,6 +154,10 @@ TEST_F(DatabaseRoad, FromAFreshHomeToABackupChosenAsTheSchool)
     settle();
     click(pupils->cmd_Update);
     EXPECT_EQ(pupils->txt_Status->text(), QStringLiteral("Pupil updated successfully"));
+    pupils->SSTab1->setCurrentIndex(2);
+    settle();
+    click_row(pupils->lst_Courses_Added, QStringLiteral("Ballet 1"));
+    click(pupils->cmd_Update);
     pupils->mnu_Exit->trigger();
     settle();
 
@@ -161,9 +184,11 @@ TEST_F(DatabaseRoad, FromAFreshHomeToABackupChosenAsTheSchool)
     EXPECT_EQ(testing_support::value_in(backup, QStringLiteral("SELECT count(*) FROM Pupils P INNER JOIN Families F ON F.Family_id = P.Pupil_Family_Id "
                                     "WHERE F.Family_Name = 'Ashby' AND P.Pupil_FirstName = 'Amy'")),
               QStringLiteral("1"));
-    EXPECT_EQ(testing_support::value_in(backup, QStringLiteral("SELECT count(*) FROM Invoices I INNER JOIN Term_Dates T ON T.Term_id = I.Invoice_Term_id "
-                                    "WHERE T.Term_Name = 'Spring 2027'")),
-              QStringLiteral("1"));
+    EXPECT_EQ(testing_support::value_in(backup, QStringLiteral("SELECT L.Description FROM Invoices I "
+                                                               "INNER JOIN Term_Dates T ON T.Term_id = I.Invoice_Term_id "
+                                                               "INNER JOIN Invoice_Lines L ON L.Inv_Line_Inv_id = I.Invoice_id "
+                                                               "WHERE T.Term_Name = 'Spring 2027'")),
+              QStringLiteral("Amy's Ballet 1"));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "ui/billing/frm_receipts.h"
 #include "ui/toolkit/screen_kit.h"
 
+#include <QComboBox>
 #include <QListWidget>
 
 #include <gtest/gtest.h>
