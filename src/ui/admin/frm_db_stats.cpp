@@ -30,12 +30,13 @@ frm_db_stats::frm_db_stats(QWidget* parent) : QWidget(parent, Qt::Window)
     auto* facts = new QGridLayout;
     facts->setHorizontalSpacing(12);
     facts->setVerticalSpacing(10);
+    // lbl_diskfree, which nothing fills, goes last so that it leaves no gap.
     const std::pair<QLabel**, const char*> rows[] = {
-        {&lbl_dbfilename, "Database file name :"}, {&lbl_filesize, "Size (bytes) :"}, {&lbl_diskfree, nullptr},
+        {&lbl_dbfilename, "Database file name :"}, {&lbl_filesize, "Size (bytes) :"},
         {&lbl_Created, "Created on :"},            {&lbl_BU_date, "Date of last backup :"},
-        {&lbl_BU_file, "Backup Filename :"},
+        {&lbl_BU_file, "Backup Filename :"},       {&lbl_diskfree, nullptr},
     };
-    const char* const names[] = {"lbl_dbfilename", "lbl_filesize", "lbl_diskfree", "lbl_Created", "lbl_BU_date", "lbl_BU_file"};
+    const char* const names[] = {"lbl_dbfilename", "lbl_filesize", "lbl_Created", "lbl_BU_date", "lbl_BU_file", "lbl_diskfree"};
     int row = 0;
     for (const auto& [label, caption] : rows) {
         *label = new QLabel(this);
