@@ -19,6 +19,7 @@
 #include "engine/settings_store.h"
 #include "shell/locale_formats.h"
 #include "shell/selection_lists.h"
+#include "shell/settings.h"
 #include "reports/report_runner.h"
 #include "ui/reports/frm_view_report.h"
 #include "ui/shell/screen_catalogue.h"
@@ -78,6 +79,9 @@ int main(int argc, char* argv[])
         return 1;
     }
     Reset_Changed_Lists();
+    // The settings of a program installed beside this tool, with the copy as its database.
+    Default_Settings(Settings());
+    Settings().default_database = copy;
     const QDir output(QString::fromLocal8Bit(argv[2]));
     int failures = 0;
     for (int i = 3; i < argc; ++i) {

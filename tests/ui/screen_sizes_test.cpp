@@ -2,6 +2,10 @@
 // read: no control is cut off or squeezed below what it needs, captions show
 // whole, and each field's label stands level with its field.
 
+#include "ui/admin/frm_change_defaults.h"
+#include "ui/admin/frm_db_stats.h"
+#include "ui/admin/frm_dbchange.h"
+#include "ui/admin/frm_dbcontrol.h"
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
 #include "ui/courses/frm_courses.h"
@@ -255,6 +259,19 @@ TEST_F(ScreenSizes, ReportTextReadsWholeAtItsSmallestOnEveryTabAndPreferencesToo
     Unload(screen);
     settle();
     check(new frm_Preferences, true);
+}
+
+TEST_F(ScreenSizes, TheDatabaseScreensReadWholeAtTheirSmallest)
+{
+    const std::pair<std::function<QWidget*()>, bool> screens[] = {{[] { return new frm_DBChange; }, true},
+                                                                  {[] { return new frm_DBControl; }, true},
+                                                                  {[] { return new frm_db_stats; }, false},
+                                                                  {[] { return new frm_Change_Defaults; }, true}};
+    for (const auto& [make, has_field_labels] : screens) {
+        check(make(), has_field_labels);
+        Unload(screen);
+        settle();
+    }
 }
 
 }  // namespace

@@ -4,52 +4,20 @@
 // which the family owes nothing to the hundredth of a penny.
 
 #include "billing/invoicing_school.h"
-#include "engine/msg_box.h"
-#include "screen_driver.h"
-#include "support/scripted_boxes.h"
-#include "ui/billing/frm_auto_invoice.h"
+#include "road_steps.h"
 #include "ui/billing/frm_invoices.h"
 #include "ui/billing/frm_receipts.h"
-#include "ui/calendar/frm_dates.h"
-#include "ui/reports/frm_report_params.h"
-#include "ui/shell/screen_catalogue.h"
-#include "ui/toolkit/data_grid.h"
 #include "ui/toolkit/screen_kit.h"
 
-#include <QAction>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <gtest/gtest.h>
 
-using namespace screen_driver;
+using namespace road_steps;
 using engine::answer::Ok;
-using testing_support::ScriptedBoxes;
 
 namespace {
-
-template <typename Screen>
-Screen* showing(const char* form)
-{
-    for (int wait = 0; wait < 100; ++wait) {
-        auto* screen = qobject_cast<Screen*>(Loaded_Screen(QString::fromLatin1(form)));
-        if (screen && screen->isVisible())
-            return screen;
-        QTest::qWait(10);
-    }
-    ADD_FAILURE() << form << " is not on view";
-    return nullptr;
-}
-
-void wait_until(const std::function<bool()>& done)
-{
-    for (int wait = 0; wait < 200 && !done(); ++wait)
-        QTest::qWait(10);
-}
 
 class TermInvoiceRoad : public ::testing::Test {
 protected:
@@ -75,15 +43,6 @@ protected:
         set_main_menu(nullptr);
         Glob_Return_Form() = nullptr;
     }
-    template <typename Screen>
-    Screen* from_menu(const char* form)
-    {
-        Go_To_Screen(&menu, QString::fromLatin1(form));
-        Screen* screen = showing<Screen>(form);
-        if (screen)
-            bring_to_front(screen);
-        return screen;
-    }
     QString sum(const char* sql) { return school.scalar(QString::fromLatin1(sql)).toString(); }
 
     testing_support::InvoicingSchool school;
@@ -93,46 +52,15 @@ protected:
 TEST_F(TermInvoiceRoad, FromTermDatesToAFamilyOwingNothing)
 {
     // Term Dates: the autumn term has eleven Mondays.
-    auto* dates = from_menu<frm_Dates>("frm_Dates");
-    ASSERT_NE(dates, nullptr);
-    dates->cmd_Add_Click();
-    for (const auto& [field, text] : {std::pair{dates->txt_Term_Name, QStringLiteral("Autumn 2026")},
-                                      std::pair{dates->txt_Start_Date, QStringLiteral("07 Sep 2026")},
-                                      std::pair{dates->txt_End_Date, QStringLiteral("16 Nov 2026")}}) {
-        retype(field, text);
-        tab_out(field);
-    }
-    {
-        ScriptedBoxes boxes;
-        boxes.expect(QStringLiteral("Saved successfully"), Ok, 0);
-        click(dates->cmd_Save);
-    }
-    const int autumn = dates->txt_Term_id->text().toInt();
+    const int autumn = save_term(&menu, QStringLiteral("Autumn 2026"), QStringLiteral("07 Sep 2026"), QStringLiteral("16 Nov 2026"));
     ASSERT_GT(autumn, 0);
-    dates->mnu_Exit->trigger();
-    settle();
 
     // Automated Invoicing, with the autumn term chosen as its criteria.
-    auto* invoicing = from_menu<frm_Auto_Invoice>("frm_Auto_Invoice");
-    ASSERT_NE(invoicing, nullptr);
-    invoicing->mnu_Criteria->trigger();
-    auto* criteria = showing<frm_Report_Params>("frm_Report_Params");
-    ASSERT_NE(criteria, nullptr);
-    bring_to_front(criteria);
-    click(criteria->opt_Specific_Terms);
-    click_row(criteria->dbg_Term, QStringLiteral("Autumn 2026"));
-    click(criteria->cmd_Go);
-    ASSERT_EQ(showing<frm_Auto_Invoice>("frm_Auto_Invoice"), invoicing);
-    wait_until([invoicing] { return invoicing->lbl_All[AutoInvoicing::Terms]->text() == QStringLiteral("One"); });
-    ASSERT_EQ(invoicing->lbl_All[AutoInvoicing::Terms]->text(), QStringLiteral("One"));
-    click(invoicing->cmd_Insert_Term);
-    EXPECT_EQ(invoicing->txt_Status->text(), QStringLiteral("Term invoices raised. Script successfully applied"));
+    EXPECT_EQ(invoice_term(&menu, QStringLiteral("Autumn 2026")), QStringLiteral("Term invoices raised. Script successfully applied"));
     EXPECT_EQ(school.scalar(QStringLiteral("SELECT count(*) FROM Invoices WHERE Invoice_Term_id = %1").arg(autumn)).toInt(), 4);
-    invoicing->mnu_Exit->trigger();
-    settle();
 
     // Invoices: Dyer's invoice has Eve's line at the uneven cost.
-    auto* invoices = from_menu<frm_Invoices>("frm_Invoices");
+    auto* invoices = from_menu<frm_Invoices>(&menu, "frm_Invoices");
     ASSERT_NE(invoices, nullptr);
     invoices->cmb_Names->setCurrentIndex(invoices->cmb_Names->findText(QStringLiteral("Dyer")));
     invoices->cmb_Names_Click();

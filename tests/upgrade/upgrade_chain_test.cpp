@@ -8,7 +8,7 @@
 #include "engine/err.h"
 #include "engine/msg_box.h"
 #include "engine/workspace.h"
-#include "old_version_file.h"
+#include "support/old_version_file.h"
 #include "shell/app_globals.h"
 #include "support/cli_runner.h"
 #include "support/database_file.h"

@@ -2,6 +2,10 @@
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "ui/admin/frm_change_defaults.h"
+#include "ui/admin/frm_db_stats.h"
+#include "ui/admin/frm_dbchange.h"
+#include "ui/admin/frm_dbcontrol.h"
 #include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/billing/frm_invoices.h"
@@ -36,7 +40,11 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_About"), [] { return new frm_About; }},
         {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
         {QStringLiteral("frm_Auto_Invoice"), [] { return new frm_Auto_Invoice; }},
+        {QStringLiteral("frm_Change_Defaults"), [] { return new frm_Change_Defaults; }},
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
+        {QStringLiteral("frm_db_stats"), [] { return new frm_db_stats; }},
+        {QStringLiteral("frm_DBChange"), [] { return new frm_DBChange; }},
+        {QStringLiteral("frm_DBControl"), [] { return new frm_DBControl; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_ExamList"), [] { return new frm_ExamList; }},
         {QStringLiteral("frm_ExamTimes"), [] { return new frm_ExamTimes; }},

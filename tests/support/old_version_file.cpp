@@ -1,4 +1,4 @@
-#include "old_version_file.h"
+#include "support/old_version_file.h"
 
 #include "database/schema.h"
 #include "engine/database.h"
