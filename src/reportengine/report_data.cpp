@@ -17,9 +17,11 @@ QString key_of(const FieldName& f)
     return (f.table + QLatin1Char('.') + f.column).toLower();
 }
 
+// Names in brackets: the engine reads a double-quoted word as text, and
+// finds the stored queries a statement names only among its identifiers.
 QString quoted(const QString& name)
 {
-    return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+    return QLatin1Char('[') + QString(name).remove(QLatin1Char(']')) + QLatin1Char(']');
 }
 
 QString column_sql(const FieldName& f)
@@ -220,6 +222,17 @@ std::optional<Value> RowContext::field(const FieldName& name) const
     if (i < 0 || row_ < 0 || row_ >= static_cast<int>(data_.rows.size()))
         return std::nullopt;
     return data_.rows[row_][i];
+}
+
+std::optional<Value> RowContext::neighbour(const FieldName& name, int offset) const
+{
+    const int i = data_.index_of(name);
+    if (i < 0)
+        return std::nullopt;
+    const int r = row_ + offset;
+    if (r < 0 || r >= static_cast<int>(data_.rows.size()))
+        return Value();
+    return data_.rows[r][i];
 }
 
 std::optional<Value> RowContext::formula(const QString& name) const

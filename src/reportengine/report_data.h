@@ -45,11 +45,16 @@ public:
 
     std::optional<Value> field(const FieldName& name) const override;
     std::optional<Value> formula(const QString& name) const override;
+    std::optional<Value> neighbour(const FieldName& name, int offset) const override;
+
+protected:
+    // Summaries evaluate a formula on other rows of the group and come back.
+    void move_to(int row) const { row_ = row; }
 
 private:
     const ReportData& data_;
     const ReportFormulas& formulas_;
-    int row_ = 0;
+    mutable int row_ = 0;
     mutable int depth_ = 0;  // formulas naming formulas, stopped when they name themselves
 };
 
