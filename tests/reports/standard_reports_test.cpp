@@ -102,7 +102,7 @@ protected:
         Sel_Activities().append(first("SELECT min(Results_Exam_id) FROM Exam_Results WHERE Results_Mark > 0").toInt());
         Sel_Activity_Dates().append(QDate::fromString(first("SELECT min(Results_Date) FROM Exam_Results WHERE Results_Mark > 0").left(10),
                                                       Qt::ISODate));
-        for (const QString& id : values_in(school, QStringLiteral("SELECT Pupil_id FROM Exam_Results WHERE Results_Mark > 0 LIMIT 3")))
+        for (const QString& id : values_in(school, QStringLiteral("SELECT Results_Pupil_id FROM Exam_Results WHERE Results_Mark > 0 LIMIT 3")))
             Sel_Pupils().append(id.toInt());
         Glob_Keep_Changed_List() = true;
         Changed_Pupils().append(Sel_Pupils().chosen().front());
@@ -199,6 +199,8 @@ TEST_F(StandardReports, EveryReportRunsWithTheSelectionsItsLineDeclares)
         ASSERT_TRUE(GCR_Run_Export());
 
         request_for(line, false);
+        if (GCR_Formula_Name() == QLatin1String("Days"))
+            GCR_Formula_Value() = QStringLiteral("100000");  // the demo's payments are older than a month
         EXPECT_GT(laid_out().records_read, 0);
         QStringList args = {QStringLiteral("report"), GCR_Report_File(), QStringLiteral("--database"), school,
                             QStringLiteral("--out"), folder.file(line[1] + QStringLiteral(".pdf"))};
