@@ -216,11 +216,14 @@ const Formula* ReportFormulas::find(const QString& name) const
     return it == formulas_.end() ? nullptr : &it->second;
 }
 
+// A report with no rows still prints its headers and footers: their fields are then null.
 std::optional<Value> RowContext::field(const FieldName& name) const
 {
     const int i = data_.index_of(name);
-    if (i < 0 || row_ < 0 || row_ >= static_cast<int>(data_.rows.size()))
+    if (i < 0)
         return std::nullopt;
+    if (row_ < 0 || row_ >= static_cast<int>(data_.rows.size()))
+        return Value();
     return data_.rows[row_][i];
 }
 
