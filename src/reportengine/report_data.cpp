@@ -191,11 +191,12 @@ bool sort_rows(const ReportDefinition& report, const ReportFormulas& formulas, R
 
 int ReportData::index_of(const FieldName& field) const
 {
-    const QString key = key_of(field);
-    for (int i = 0; i < fields.size(); ++i)
-        if (key_of(fields[i]) == key)
-            return i;
-    return -1;
+    if (columns_.size() != fields.size()) {
+        columns_.clear();
+        for (int i = 0; i < fields.size(); ++i)
+            columns_.insert(key_of(fields[i]), i);
+    }
+    return columns_.value(key_of(field), -1);
 }
 
 bool ReportFormulas::parse(const ReportDefinition& report, QString& error)

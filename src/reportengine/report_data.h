@@ -7,6 +7,7 @@
 #include "reportengine/formula.h"
 #include "reportengine/report_definition.h"
 
+#include <QHash>
 #include <map>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct ReportData {
 
     // The column of a field, -1 when the report reads no such field.
     int index_of(const FieldName& field) const;
+
+private:
+    mutable QHash<QString, int> columns_;  // by "table.column" in lower case; built at the first look-up
 };
 
 // The report's named formulas, read once; a formula that cannot be read is

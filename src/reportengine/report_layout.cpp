@@ -452,29 +452,35 @@ private:
     }
 
     // A subreport is laid out on its own into the object's rectangle: its
-    // report header, its details and its report footer, cut at the rectangle's foot.
+    // report header, its details and its report footer, cut at the rectangle's
+    // foot. It reads its own rows, not the report's, so it is laid out once and
+    // the same items are placed wherever it stands (a page heading on every page).
     bool subreport(const ReportObject& o, const QRectF& rect, int area)
     {
         if (!subreports_) {
             error_ = QStringLiteral("The subreport %1 cannot be read here.").arg(o.file);
             return false;
         }
-        const Subreport* sub = subreports_(o.file, error_);
-        if (!sub)
-            return false;
-        ReportDefinition inner = sub->definition;
-        inner.page.margin_left = 0;
-        inner.page.margin_top = 0;
-        inner.page.margin_bottom = 0;
-        PageModel inner_model;
-        QString inner_error;
-        Layout layout(inner, sub->formulas, sub->data, SubreportLoader(), settings_, inner_model, inner_error);
-        if (!layout.run({})) {
-            error_ = QStringLiteral("The subreport %1 fails: %2").arg(o.file, inner_error);
-            return false;
+        auto laid = subreport_pages_.find(o.file);
+        if (laid == subreport_pages_.end()) {
+            const Subreport* sub = subreports_(o.file, error_);
+            if (!sub)
+                return false;
+            ReportDefinition inner = sub->definition;
+            inner.page.margin_left = 0;
+            inner.page.margin_top = 0;
+            inner.page.margin_bottom = 0;
+            PageModel inner_model;
+            QString inner_error;
+            Layout layout(inner, sub->formulas, sub->data, SubreportLoader(), settings_, inner_model, inner_error);
+            if (!layout.run({})) {
+                error_ = QStringLiteral("The subreport %1 fails: %2").arg(o.file, inner_error);
+                return false;
+            }
+            laid = subreport_pages_.emplace(o.file, std::move(inner_model.pages)).first;
         }
         Page& page = model_.pages.back();
-        for (const Page& inner_page : inner_model.pages)
+        for (const Page& inner_page : laid->second)
             for (PageItem item : inner_page.items) {
                 if (item.rect.top() >= rect.height())
                     continue;
@@ -521,6 +527,7 @@ private:
     int current_row_ = 0;
     int last_printed_row_ = -1;
     std::map<QString, Formula> parsed_;
+    std::map<QString, std::vector<Page>> subreport_pages_;  // by file
     LayoutContext context_;
     double top_ = 0, bottom_ = 0, y_ = 0, body_top_ = 0, page_header_height_ = 0;
     bool page_break_pending_ = false;

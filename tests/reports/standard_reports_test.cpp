@@ -87,6 +87,7 @@ protected:
     ~StandardReports() override
     {
         GCR_End_Report();
+        Glob_Keep_Changed_List() = false;
         Reset_Changed_Lists();
         DB_Close_All();
     }
