@@ -6,6 +6,7 @@
 //   {Exam_Results.Results_Date} = Date(2005,3,14) and not IsNull({Pupils.Pupil_FirstName})
 //   if {@Owed} > 0 then "Please pay by " & ToText({@Due}, "dd/MM/yyyy") else "Thank you"
 //   {Courses.Course_Day} in [2, 3, 4]
+//   RunningSum({@Movement}, {Families.Family_id})
 //
 // Fields are {Table.Column}, other formulas {@Name}. Words (and, or, not, in,
 // if, then, else, true, false) and function names are read in any case.
@@ -40,6 +41,14 @@ struct FieldName {
     QString written() const;  // "{Table.Column}"
 };
 
+// What a summary works over: a field, or another formula of the report
+// evaluated row by row.
+struct SummaryOf {
+    std::optional<FieldName> field;
+    QString formula;  // the name, when it is a formula
+    QString written() const;  // "{Table.Column}" or "{@Name}"
+};
+
 // What a formula reads while it is evaluated.
 class FormulaContext {
 public:
@@ -48,10 +57,14 @@ public:
     virtual std::optional<Value> field(const FieldName& name) const = 0;
     // The value of another formula of the report, {@Name}; nothing when there is none.
     virtual std::optional<Value> formula(const QString& name) const;
-    // Sum, Count, Average, Maximum, Minimum of a field over the current group
-    // (`group`: the field the group is on) or over the whole report (no group).
-    virtual std::optional<Value> summary(const QString& function, const FieldName& field,
-                                         const std::optional<FieldName>& group) const;
+    // Sum, Count, Average, Maximum, Minimum of a field or formula over the
+    // current group (`group`: the group's field as the report writes it,
+    // "{Families.Family_Name}" or "{@Key}") or over the whole report (empty).
+    // RunningSum adds up the group's rows up to the current one.
+    virtual std::optional<Value> summary(const QString& function, const SummaryOf& of, const QString& group) const;
+    // A field of the row `offset` rows before (-1) or after (1) the current
+    // one: null beyond the first or last row; nothing when the report has no such field.
+    virtual std::optional<Value> neighbour(const FieldName& field, int offset) const;
     virtual int page_number() const { return 1; }
     virtual int total_page_count() const { return 1; }
     virtual QDateTime print_date() const;

@@ -4,6 +4,7 @@
 // only the rows for which it is yes.
 
 #include "engine/jet_date.h"
+#include "reportengine/formula_functions.h"
 #include "reportengine/formula_node.h"
 
 #include <cmath>
@@ -15,9 +16,19 @@ std::optional<Value> FormulaContext::formula(const QString&) const
     return std::nullopt;
 }
 
-std::optional<Value> FormulaContext::summary(const QString&, const FieldName&, const std::optional<FieldName>&) const
+std::optional<Value> FormulaContext::summary(const QString&, const SummaryOf&, const QString&) const
 {
     return std::nullopt;
+}
+
+std::optional<Value> FormulaContext::neighbour(const FieldName&, int) const
+{
+    return std::nullopt;
+}
+
+QString SummaryOf::written() const
+{
+    return field ? field->written() : QStringLiteral("{@") + formula + QLatin1Char('}');
 }
 
 QDateTime FormulaContext::print_date() const
@@ -278,23 +289,43 @@ private:
 
     bool call(const FormulaNode& n, Value& out);
     bool summary(const FormulaNode& n, Value& out);
+    bool neighbour(const FormulaNode& n, Value& out);
     bool to_text(const FormulaNode& n, const std::vector<Value>& args, Value& out);
 
     const FormulaContext& context_;
     QString& error_;
 };
 
+// The operand of a summary or of its group: a field or a formula, written as the report writes it.
+std::optional<SummaryOf> summary_operand(const FormulaNode& n)
+{
+    if (n.kind == NodeKind::Field)
+        return SummaryOf{n.field, QString()};
+    if (n.kind == NodeKind::FormulaRef)
+        return SummaryOf{std::nullopt, n.name};
+    return std::nullopt;
+}
+
 bool Evaluator::summary(const FormulaNode& n, Value& out)
 {
-    if (n.operands.empty() || n.operands.size() > 2 || n.operands[0]->kind != NodeKind::Field
-        || (n.operands.size() == 2 && n.operands[1]->kind != NodeKind::Field))
-        return fail(n, QStringLiteral("%1 takes a field, and the field of a group.").arg(n.name));
-    std::optional<FieldName> group;
-    if (n.operands.size() == 2)
-        group = n.operands[1]->field;
-    const auto value = context_.summary(n.name, n.operands[0]->field, group);
+    const auto of = n.operands.empty() ? std::optional<SummaryOf>() : summary_operand(*n.operands[0]);
+    const auto group = n.operands.size() == 2 ? summary_operand(*n.operands[1]) : std::optional<SummaryOf>();
+    if (!of || n.operands.size() > 2 || (n.operands.size() == 2 && !group))
+        return fail(n, QStringLiteral("%1 takes a field or formula, and the field of a group.").arg(n.name));
+    const auto value = context_.summary(n.name, *of, group ? group->written() : QString());
     if (!value)
-        return fail(n, QStringLiteral("%1 of %2 cannot be worked out here.").arg(n.name, n.operands[0]->field.written()));
+        return fail(n, QStringLiteral("%1 of %2 cannot be worked out here.").arg(n.name, of->written()));
+    out = *value;
+    return true;
+}
+
+bool Evaluator::neighbour(const FormulaNode& n, Value& out)
+{
+    if (n.operands.size() != 1 || n.operands[0]->kind != NodeKind::Field)
+        return fail(n, QStringLiteral("%1 takes a field.").arg(n.name));
+    const auto value = context_.neighbour(n.operands[0]->field, n.name == QLatin1String("previous") ? -1 : 1);
+    if (!value)
+        return fail(n, QStringLiteral("the report has no field %1.").arg(n.operands[0]->field.written()));
     out = *value;
     return true;
 }
@@ -326,10 +357,18 @@ bool Evaluator::call(const FormulaNode& n, Value& out)
 {
     const QString& f = n.name;
     static const QStringList summaries = {QStringLiteral("sum"), QStringLiteral("count"), QStringLiteral("average"),
-                                          QStringLiteral("maximum"), QStringLiteral("minimum")};
+                                          QStringLiteral("maximum"), QStringLiteral("minimum"), QStringLiteral("runningsum")};
     if (summaries.contains(f))
         return summary(n, out);
+    if (f == QLatin1String("previous") || f == QLatin1String("next"))
+        return neighbour(n, out);
     std::vector<Value> args;
+    if (is_text_or_time_function(f)) {
+        QString why;
+        if (arguments(n, 1, 3, args) && text_or_time_function(f, args, out, why))
+            return true;
+        return why.isEmpty() ? false : fail(n, why);
+    }
     if (f == QLatin1String("pagenumber") || f == QLatin1String("totalpagecount") || f == QLatin1String("printdate")
         || f == QLatin1String("currentdate")) {
         if (!arguments(n, 0, 0, args))

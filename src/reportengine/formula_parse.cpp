@@ -176,6 +176,10 @@ const QHash<QString, Arity>& functions()
         {QStringLiteral("round"), {1, 2}},      {QStringLiteral("sum"), {1, 2}},
         {QStringLiteral("count"), {1, 2}},      {QStringLiteral("average"), {1, 2}},
         {QStringLiteral("maximum"), {1, 2}},    {QStringLiteral("minimum"), {1, 2}},
+        {QStringLiteral("runningsum"), {1, 2}}, {QStringLiteral("previous"), {1, 1}},
+        {QStringLiteral("next"), {1, 1}},       {QStringLiteral("instr"), {2, 2}},
+        {QStringLiteral("time"), {1, 1}},       {QStringLiteral("dateadd"), {3, 3}},
+        {QStringLiteral("datediff"), {3, 3}},   {QStringLiteral("replace"), {3, 3}},
     };
     return all;
 }

@@ -15,7 +15,7 @@ namespace reportengine {
 
 // How a field of the report is reached in SQL, and what kind of value it holds.
 struct SqlField {
-    QString expression;  // e.g. "\"Invoices\".\"Invoice_Term_id\""
+    QString expression;  // e.g. "[Invoices].[Invoice_Term_id]"
     Value::Kind kind = Value::Kind::Null;
 };
 using SqlFieldLookup = std::function<std::optional<SqlField>(const FieldName&)>;

@@ -17,9 +17,11 @@ QString key_of(const FieldName& f)
     return (f.table + QLatin1Char('.') + f.column).toLower();
 }
 
+// Names in brackets: the engine reads a double-quoted word as text, and
+// finds the stored queries a statement names only among its identifiers.
 QString quoted(const QString& name)
 {
-    return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+    return QLatin1Char('[') + QString(name).remove(QLatin1Char(']')) + QLatin1Char(']');
 }
 
 QString column_sql(const FieldName& f)
@@ -189,11 +191,12 @@ bool sort_rows(const ReportDefinition& report, const ReportFormulas& formulas, R
 
 int ReportData::index_of(const FieldName& field) const
 {
-    const QString key = key_of(field);
-    for (int i = 0; i < fields.size(); ++i)
-        if (key_of(fields[i]) == key)
-            return i;
-    return -1;
+    if (columns_.size() != fields.size()) {
+        columns_.clear();
+        for (int i = 0; i < fields.size(); ++i)
+            columns_.insert(key_of(fields[i]), i);
+    }
+    return columns_.value(key_of(field), -1);
 }
 
 bool ReportFormulas::parse(const ReportDefinition& report, QString& error)
@@ -214,12 +217,26 @@ const Formula* ReportFormulas::find(const QString& name) const
     return it == formulas_.end() ? nullptr : &it->second;
 }
 
+// A report with no rows still prints its headers and footers: their fields are then null.
 std::optional<Value> RowContext::field(const FieldName& name) const
 {
     const int i = data_.index_of(name);
-    if (i < 0 || row_ < 0 || row_ >= static_cast<int>(data_.rows.size()))
+    if (i < 0)
         return std::nullopt;
+    if (row_ < 0 || row_ >= static_cast<int>(data_.rows.size()))
+        return Value();
     return data_.rows[row_][i];
+}
+
+std::optional<Value> RowContext::neighbour(const FieldName& name, int offset) const
+{
+    const int i = data_.index_of(name);
+    if (i < 0)
+        return std::nullopt;
+    const int r = row_ + offset;
+    if (r < 0 || r >= static_cast<int>(data_.rows.size()))
+        return Value();
+    return data_.rows[r][i];
 }
 
 std::optional<Value> RowContext::formula(const QString& name) const

@@ -7,6 +7,7 @@
 #include "reportengine/formula.h"
 #include "reportengine/report_definition.h"
 
+#include <QHash>
 #include <map>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct ReportData {
 
     // The column of a field, -1 when the report reads no such field.
     int index_of(const FieldName& field) const;
+
+private:
+    mutable QHash<QString, int> columns_;  // by "table.column" in lower case; built at the first look-up
 };
 
 // The report's named formulas, read once; a formula that cannot be read is
@@ -45,11 +49,16 @@ public:
 
     std::optional<Value> field(const FieldName& name) const override;
     std::optional<Value> formula(const QString& name) const override;
+    std::optional<Value> neighbour(const FieldName& name, int offset) const override;
+
+protected:
+    // Summaries evaluate a formula on other rows of the group and come back.
+    void move_to(int row) const { row_ = row; }
 
 private:
     const ReportData& data_;
     const ReportFormulas& formulas_;
-    int row_ = 0;
+    mutable int row_ = 0;
     mutable int depth_ = 0;  // formulas naming formulas, stopped when they name themselves
 };
 

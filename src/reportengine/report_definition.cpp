@@ -28,8 +28,8 @@ void ReportDefinition::complete_areas()
     full[0].kind = AreaKind::ReportHeader;
     full[1].kind = AreaKind::PageHeader;
     for (int g = 1; g <= groups_count; ++g) {
-        full[1 + g] = ReportArea{AreaKind::GroupHeader, g, false, {}};
-        full[3 + groups_count + (groups_count - g)] = ReportArea{AreaKind::GroupFooter, g, false, {}};
+        full[1 + g] = ReportArea{AreaKind::GroupHeader, g, false, {}, 1, 0};
+        full[3 + groups_count + (groups_count - g)] = ReportArea{AreaKind::GroupFooter, g, false, {}, 1, 0};
     }
     full[2 + groups_count].kind = AreaKind::Details;
     full[3 + 2 * groups_count].kind = AreaKind::PageFooter;

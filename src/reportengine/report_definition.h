@@ -89,12 +89,18 @@ struct ReportObject {
     Qt::Alignment align = Qt::AlignLeft;
     double line_width = 0.2;
     QString suppress_if;  // a formula; the object is left out where it gives yes
+    // A field whose text is longer than its width is broken into lines, and
+    // its section grows to hold them; `height` is then the height of a line.
+    bool can_grow = false;
 };
 
 struct ReportSection {
     double height = 0;  // millimetres
     QString suppress_if;
     bool new_page_after = false;
+    // The page after this section is numbered 1 again, and the page count is
+    // that of the pages up to the next reset: "Page 1 of 2" per family.
+    bool reset_page_number_after = false;
     std::vector<ReportObject> objects;
 };
 
@@ -105,6 +111,10 @@ struct ReportArea {
     int group = 0;  // group headers and footers: which group, 1 outermost
     bool suppress = false;
     std::vector<ReportSection> sections;
+    // Details only: printed in this many columns across the page, left to
+    // right and then down (a sheet of labels), each `column_width` mm apart.
+    int columns = 1;
+    double column_width = 0;
 };
 
 struct PageSetup {

@@ -1,80 +1,17 @@
 #include "reportengine/report_file.h"
 
+#include "reportengine/report_file_words.h"
+
 #include <QFile>
 #include <QHash>
-#include <QSaveFile>
 #include <QSet>
 #include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 namespace reportengine {
 
 namespace {
 
-const QHash<QString, int>& paper_words()
-{
-    static const QHash<QString, int> words = {{QStringLiteral("default"), paper::Default},
-                                              {QStringLiteral("A4"), paper::A4},
-                                              {QStringLiteral("A5"), paper::A5},
-                                              {QStringLiteral("DL"), paper::DL_Envelope}};
-    return words;
-}
-
-const QHash<QString, int>& orientation_words()
-{
-    static const QHash<QString, int> words = {{QStringLiteral("default"), orientation::Default},
-                                              {QStringLiteral("portrait"), orientation::Portrait},
-                                              {QStringLiteral("landscape"), orientation::Landscape}};
-    return words;
-}
-
-const QHash<QString, FieldFormat::Type>& format_words()
-{
-    using T = FieldFormat::Type;
-    static const QHash<QString, T> words = {
-        {QStringLiteral("general"), T::General}, {QStringLiteral("text"), T::Text},   {QStringLiteral("number"), T::Number},
-        {QStringLiteral("currency"), T::Currency}, {QStringLiteral("date"), T::Date}, {QStringLiteral("time"), T::Time},
-        {QStringLiteral("datetime"), T::DateTime}, {QStringLiteral("boolean"), T::Boolean}};
-    return words;
-}
-
-const QHash<QString, AreaKind>& area_words()
-{
-    static const QHash<QString, AreaKind> words = {
-        {QStringLiteral("reportHeader"), AreaKind::ReportHeader}, {QStringLiteral("pageHeader"), AreaKind::PageHeader},
-        {QStringLiteral("groupHeader"), AreaKind::GroupHeader},   {QStringLiteral("details"), AreaKind::Details},
-        {QStringLiteral("groupFooter"), AreaKind::GroupFooter},   {QStringLiteral("pageFooter"), AreaKind::PageFooter},
-        {QStringLiteral("reportFooter"), AreaKind::ReportFooter}};
-    return words;
-}
-
-const QHash<QString, ObjectKind>& object_words()
-{
-    static const QHash<QString, ObjectKind> words = {{QStringLiteral("field"), ObjectKind::Field},
-                                                     {QStringLiteral("text"), ObjectKind::Text},
-                                                     {QStringLiteral("line"), ObjectKind::Line},
-                                                     {QStringLiteral("box"), ObjectKind::Box},
-                                                     {QStringLiteral("subreport"), ObjectKind::Subreport}};
-    return words;
-}
-
-template <typename T>
-QString word_of(const QHash<QString, T>& words, T value)
-{
-    for (auto it = words.begin(); it != words.end(); ++it)
-        if (it.value() == value)
-            return it.key();
-    return QString();
-}
-
-QString align_word(Qt::Alignment align)
-{
-    if (align & Qt::AlignRight)
-        return QStringLiteral("right");
-    if (align & Qt::AlignHCenter)
-        return QStringLiteral("center");
-    return QStringLiteral("left");
-}
+using namespace file_words;
 
 // Reads one file strictly: every element and attribute must be one the format knows.
 class Reader {
@@ -353,9 +290,10 @@ private:
     {
         ReportArea a;
         QString kind;
-        if (!attributes({QStringLiteral("kind"), QStringLiteral("group"), QStringLiteral("suppress")})
+        if (!attributes({QStringLiteral("kind"), QStringLiteral("group"), QStringLiteral("suppress"), QStringLiteral("columns"),
+                         QStringLiteral("columnWidth")})
             || !required(QStringLiteral("kind"), kind) || !word(QStringLiteral("kind"), area_words(), a.kind)
-            || !flag(QStringLiteral("suppress"), a.suppress))
+            || !flag(QStringLiteral("suppress"), a.suppress) || !columns(a))
             return false;
         const bool of_group = a.kind == AreaKind::GroupHeader || a.kind == AreaKind::GroupFooter;
         if (of_group != xml_.attributes().hasAttribute(QStringLiteral("group")))
@@ -380,10 +318,25 @@ private:
         return true;
     }
 
+    // Columns across the page are for the details alone, and need their spacing.
+    bool columns(ReportArea& a)
+    {
+        const bool given = xml_.attributes().hasAttribute(QStringLiteral("columns"));
+        if (!given && !xml_.attributes().hasAttribute(QStringLiteral("columnWidth")))
+            return true;
+        if (a.kind != AreaKind::Details)
+            return fail(QStringLiteral("Only the details are printed in columns."));
+        if (!given || !xml_.attributes().hasAttribute(QStringLiteral("columnWidth")))
+            return fail(QStringLiteral("Details in columns need both 'columns' and 'columnWidth'."));
+        return whole(QStringLiteral("columns"), a.columns, 1, 20) && number(QStringLiteral("columnWidth"), a.column_width);
+    }
+
     bool section(ReportSection& s)
     {
-        if (!attributes({QStringLiteral("height"), QStringLiteral("suppressIf"), QStringLiteral("newPageAfter")})
-            || !number(QStringLiteral("height"), s.height) || !flag(QStringLiteral("newPageAfter"), s.new_page_after))
+        if (!attributes({QStringLiteral("height"), QStringLiteral("suppressIf"), QStringLiteral("newPageAfter"),
+                         QStringLiteral("resetPageNumberAfter")})
+            || !number(QStringLiteral("height"), s.height) || !flag(QStringLiteral("newPageAfter"), s.new_page_after)
+            || !flag(QStringLiteral("resetPageNumberAfter"), s.reset_page_number_after))
             return false;
         s.suppress_if = attribute(QStringLiteral("suppressIf"));
         while (xml_.readNextStartElement()) {
@@ -410,7 +363,7 @@ private:
         if (o.kind == ObjectKind::Field)
             known << QStringLiteral("source") << QStringLiteral("format") << QStringLiteral("decimals")
                   << QStringLiteral("dateOrder") << QStringLiteral("dateSeparator1") << QStringLiteral("dateSeparator2")
-                  << QStringLiteral("timeSeparator") << QStringLiteral("monthInLetters");
+                  << QStringLiteral("timeSeparator") << QStringLiteral("monthInLetters") << QStringLiteral("canGrow");
         if (o.kind == ObjectKind::Line || o.kind == ObjectKind::Box)
             known << QStringLiteral("lineWidth");
         if (o.kind == ObjectKind::Subreport)
@@ -431,7 +384,8 @@ private:
             if (!required(QStringLiteral("source"), o.source) || !word(QStringLiteral("format"), format_words(), o.format.type)
                 || !whole(QStringLiteral("decimals"), o.format.decimals, 0, 10)
                 || !whole(QStringLiteral("dateOrder"), o.format.date_order, 0, 2)
-                || !flag(QStringLiteral("monthInLetters"), o.format.month_in_letters))
+                || !flag(QStringLiteral("monthInLetters"), o.format.month_in_letters)
+                || !flag(QStringLiteral("canGrow"), o.can_grow))
                 return false;
             o.format.date_separator_1 = attribute(QStringLiteral("dateSeparator1"), o.format.date_separator_1);
             o.format.date_separator_2 = attribute(QStringLiteral("dateSeparator2"), o.format.date_separator_2);
@@ -447,80 +401,6 @@ private:
     QXmlStreamReader xml_;
     ReportFileError& error_;
 };
-
-void write_attribute_if(QXmlStreamWriter& w, const QString& name, const QString& value)
-{
-    if (!value.isEmpty())
-        w.writeAttribute(name, value);
-}
-
-QString number_text(double value)
-{
-    return QString::number(value, 'g', 10);
-}
-
-void write_object(QXmlStreamWriter& w, const ReportObject& o)
-{
-    w.writeStartElement(word_of(object_words(), o.kind));
-    write_attribute_if(w, QStringLiteral("name"), o.name);
-    w.writeAttribute(QStringLiteral("x"), number_text(o.x));
-    w.writeAttribute(QStringLiteral("y"), number_text(o.y));
-    w.writeAttribute(QStringLiteral("width"), number_text(o.width));
-    w.writeAttribute(QStringLiteral("height"), number_text(o.height));
-    if (o.kind == ObjectKind::Field) {
-        w.writeAttribute(QStringLiteral("source"), o.source);
-        w.writeAttribute(QStringLiteral("format"), word_of(format_words(), o.format.type));
-        w.writeAttribute(QStringLiteral("decimals"), QString::number(o.format.decimals));
-        w.writeAttribute(QStringLiteral("dateOrder"), QString::number(o.format.date_order));
-        w.writeAttribute(QStringLiteral("dateSeparator1"), o.format.date_separator_1);
-        w.writeAttribute(QStringLiteral("dateSeparator2"), o.format.date_separator_2);
-        w.writeAttribute(QStringLiteral("timeSeparator"), o.format.time_separator);
-        if (o.format.month_in_letters)
-            w.writeAttribute(QStringLiteral("monthInLetters"), QStringLiteral("true"));
-    }
-    if (o.kind == ObjectKind::Field || o.kind == ObjectKind::Text) {
-        write_attribute_if(w, QStringLiteral("font"), o.font_family);
-        if (o.font_size > 0)
-            w.writeAttribute(QStringLiteral("fontSize"), number_text(o.font_size));
-        if (o.bold)
-            w.writeAttribute(QStringLiteral("bold"), QStringLiteral("true"));
-        if (o.italic)
-            w.writeAttribute(QStringLiteral("italic"), QStringLiteral("true"));
-        if (o.align != Qt::AlignLeft)
-            w.writeAttribute(QStringLiteral("align"), align_word(o.align));
-    }
-    if (o.kind == ObjectKind::Line || o.kind == ObjectKind::Box)
-        w.writeAttribute(QStringLiteral("lineWidth"), number_text(o.line_width));
-    if (o.kind == ObjectKind::Subreport)
-        w.writeAttribute(QStringLiteral("file"), o.file);
-    write_attribute_if(w, QStringLiteral("suppressIf"), o.suppress_if);
-    if (o.kind == ObjectKind::Text)
-        w.writeCharacters(o.text);
-    w.writeEndElement();
-}
-
-void write_area(QXmlStreamWriter& w, const ReportArea& a)
-{
-    if (a.sections.empty() && !a.suppress)
-        return;
-    w.writeStartElement(QStringLiteral("area"));
-    w.writeAttribute(QStringLiteral("kind"), area_kind_name(a.kind));
-    if (a.kind == AreaKind::GroupHeader || a.kind == AreaKind::GroupFooter)
-        w.writeAttribute(QStringLiteral("group"), QString::number(a.group));
-    if (a.suppress)
-        w.writeAttribute(QStringLiteral("suppress"), QStringLiteral("true"));
-    for (const ReportSection& s : a.sections) {
-        w.writeStartElement(QStringLiteral("section"));
-        w.writeAttribute(QStringLiteral("height"), number_text(s.height));
-        write_attribute_if(w, QStringLiteral("suppressIf"), s.suppress_if);
-        if (s.new_page_after)
-            w.writeAttribute(QStringLiteral("newPageAfter"), QStringLiteral("true"));
-        for (const ReportObject& o : s.objects)
-            write_object(w, o);
-        w.writeEndElement();
-    }
-    w.writeEndElement();
-}
 
 }  // namespace
 
@@ -542,94 +422,6 @@ bool read_report_file(const QString& path, ReportDefinition& report, ReportFileE
         return false;
     }
     return read_report_text(file.readAll(), path, report, error);
-}
-
-QByteArray report_text(const ReportDefinition& r)
-{
-    QByteArray xml;
-    QXmlStreamWriter w(&xml);
-    w.setAutoFormatting(true);
-    w.setAutoFormattingIndent(2);
-    w.writeStartDocument();
-    w.writeStartElement(QStringLiteral("report"));
-    w.writeAttribute(QStringLiteral("version"), QStringLiteral("1"));
-    write_attribute_if(w, QStringLiteral("title"), r.title);
-
-    w.writeEmptyElement(QStringLiteral("page"));
-    w.writeAttribute(QStringLiteral("paper"), word_of(paper_words(), r.page.paper_size));
-    w.writeAttribute(QStringLiteral("orientation"), word_of(orientation_words(), r.page.orientation));
-    w.writeAttribute(QStringLiteral("marginLeft"), number_text(r.page.margin_left));
-    w.writeAttribute(QStringLiteral("marginTop"), number_text(r.page.margin_top));
-    w.writeAttribute(QStringLiteral("marginRight"), number_text(r.page.margin_right));
-    w.writeAttribute(QStringLiteral("marginBottom"), number_text(r.page.margin_bottom));
-    w.writeAttribute(QStringLiteral("font"), r.page.font_family);
-    w.writeAttribute(QStringLiteral("fontSize"), number_text(r.page.font_size));
-    if (r.page.fit_setting != 0)
-        w.writeAttribute(QStringLiteral("fitSetting"), QString::number(r.page.fit_setting));
-    if (!r.printer.name.isEmpty() || !r.printer.driver.isEmpty() || !r.printer.port.isEmpty()) {
-        w.writeEmptyElement(QStringLiteral("printer"));
-        write_attribute_if(w, QStringLiteral("name"), r.printer.name);
-        write_attribute_if(w, QStringLiteral("driver"), r.printer.driver);
-        write_attribute_if(w, QStringLiteral("port"), r.printer.port);
-    }
-    w.writeStartElement(QStringLiteral("tables"));
-    for (const ReportTable& t : r.tables) {
-        w.writeEmptyElement(QStringLiteral("table"));
-        w.writeAttribute(QStringLiteral("name"), t.name);
-        write_attribute_if(w, QStringLiteral("location"), t.location);
-    }
-    for (const ReportLink& l : r.links) {
-        w.writeEmptyElement(QStringLiteral("link"));
-        w.writeAttribute(QStringLiteral("from"), l.from);
-        w.writeAttribute(QStringLiteral("to"), l.to);
-        w.writeAttribute(QStringLiteral("join"), l.left_outer ? QStringLiteral("left") : QStringLiteral("inner"));
-    }
-    w.writeEndElement();
-    if (!r.record_selection.isEmpty())
-        w.writeTextElement(QStringLiteral("recordSelection"), r.record_selection);
-    if (!r.group_selection.isEmpty())
-        w.writeTextElement(QStringLiteral("groupSelection"), r.group_selection);
-    for (const ReportFormula& f : r.formulas) {
-        w.writeStartElement(QStringLiteral("formula"));
-        w.writeAttribute(QStringLiteral("name"), f.name);
-        w.writeCharacters(f.text);
-        w.writeEndElement();
-    }
-    for (const SortField& s : r.sorts) {
-        w.writeEmptyElement(QStringLiteral("sort"));
-        w.writeAttribute(QStringLiteral("field"), s.field);
-        if (s.descending)
-            w.writeAttribute(QStringLiteral("order"), QStringLiteral("descending"));
-    }
-    for (const ReportGroup& g : r.groups) {
-        w.writeEmptyElement(QStringLiteral("group"));
-        w.writeAttribute(QStringLiteral("field"), g.field);
-        if (g.descending)
-            w.writeAttribute(QStringLiteral("order"), QStringLiteral("descending"));
-        if (g.keep_together)
-            w.writeAttribute(QStringLiteral("keepTogether"), QStringLiteral("true"));
-    }
-    for (const ReportAlert& a : r.alerts) {
-        w.writeEmptyElement(QStringLiteral("alert"));
-        w.writeAttribute(QStringLiteral("name"), a.name);
-        w.writeAttribute(QStringLiteral("condition"), a.condition);
-        w.writeAttribute(QStringLiteral("message"), a.message);
-    }
-    for (const ReportArea& a : r.areas)
-        write_area(w, a);
-    w.writeEndElement();
-    w.writeEndDocument();
-    return xml;
-}
-
-bool write_report_file(const ReportDefinition& report, const QString& path, ReportFileError& error)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(report_text(report)) < 0 || !file.commit()) {
-        error = {path, 0, file.errorString()};
-        return false;
-    }
-    return true;
 }
 
 }  // namespace reportengine

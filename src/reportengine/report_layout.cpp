@@ -1,6 +1,10 @@
 #include "reportengine/report_layout.h"
 
-#include <cmath>
+#include "reportengine/layout_context.h"
+#include "reportengine/text_measure.h"
+
+#include <algorithm>
+#include <map>
 
 namespace reportengine {
 
@@ -18,165 +22,23 @@ QSizeF paper_size_mm(int paper_size, int orientation)
 
 namespace {
 
-QString two_digits(int n)
-{
-    return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
-}
-
-QString date_text(const QDate& d, const FieldFormat& f)
-{
-    static const char* months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const QString day = two_digits(d.day());
-    const QString month = f.month_in_letters ? QLatin1String(months[d.month() - 1]) : two_digits(d.month());
-    const QString year = QString::number(d.year());
-    const QString& s1 = f.date_separator_1;
-    const QString& s2 = f.date_separator_2;
-    switch (f.date_order) {
-    case 0: return month + s1 + day + s2 + year;
-    case 2: return year + s1 + month + s2 + day;
-    default: return day + s1 + month + s2 + year;
-    }
-}
-
-}  // namespace
-
-QString formatted(const Value& value, const FieldFormat& format, const QLocale& locale)
-{
-    using T = FieldFormat::Type;
-    if (value.is_null())
-        return QString();
-    switch (format.type) {
-    case T::Number:
-        if (value.kind() == Value::Kind::Number)
-            return QString::number(value.as_number(), 'f', format.decimals);
-        break;
-    case T::Currency:
-        if (value.kind() == Value::Kind::Number)
-            return locale.toCurrencyString(value.as_number(), locale.currencySymbol(), format.decimals);
-        break;
-    case T::Date:
-    case T::DateTime:
-    case T::Time:
-        if (value.kind() == Value::Kind::Date) {
-            const QDateTime& dt = value.as_date();
-            const QString time = two_digits(dt.time().hour()) + format.time_separator + two_digits(dt.time().minute());
-            if (format.type == T::Time)
-                return time;
-            const QString date = date_text(dt.date(), format);
-            return format.type == T::Date ? date : date + QLatin1Char(' ') + time;
-        }
-        break;
-    case T::General:
-    case T::Text:
-    case T::Boolean:
-        break;
-    }
-    if (value.kind() == Value::Kind::Date)
-        return date_text(value.as_date().date(), format);
-    return value.to_display_text();
-}
-
-namespace {
-
-// The formula context while laying out: the row, the page, and summaries
-// over the group the row is in.
-class LayoutContext : public RowContext {
-public:
-    LayoutContext(const ReportDefinition& report, const ReportData& data, const ReportFormulas& formulas,
-                  const std::vector<std::vector<int>>& group_starts, const LayoutSettings& settings)
-        : RowContext(data, formulas), report_(report), data_(data), group_starts_(group_starts), settings_(settings)
-    {
-    }
-
-    int page = 1;
-    int pages = 1;
-
-    std::optional<Value> summary(const QString& function, const FieldName& field,
-                                 const std::optional<FieldName>& group) const override
-    {
-        const int column = data_.index_of(field);
-        if (column < 0)
-            return std::nullopt;
-        int first = 0;
-        int last = static_cast<int>(data_.rows.size());
-        if (group) {
-            const int level = level_of(*group);
-            if (level < 0)
-                return std::nullopt;
-            range_of(level, row(), first, last);
-        }
-        return summarise(function, column, first, last);
-    }
-    int page_number() const override { return page; }
-    int total_page_count() const override { return pages; }
-    QDateTime print_date() const override { return settings_.print_date; }
-
-    // The rows [first, last) of the instance of group `level` (0 outermost) that holds `row`.
-    void range_of(int level, int row, int& first, int& last) const
-    {
-        const std::vector<int>& starts = group_starts_[level];
-        auto next = std::upper_bound(starts.begin(), starts.end(), row);
-        first = *(next - 1);
-        last = next == starts.end() ? static_cast<int>(data_.rows.size()) : *next;
-    }
-
-private:
-    int level_of(const FieldName& group) const
-    {
-        for (size_t g = 0; g < report_.groups.size(); ++g)
-            if (report_.groups[g].field.trimmed().compare(group.written(), Qt::CaseInsensitive) == 0)
-                return static_cast<int>(g);
-        return -1;
-    }
-
-    std::optional<Value> summarise(const QString& function, int column, int first, int last) const
-    {
-        int count = 0;
-        double sum = 0;
-        Value best;
-        for (int r = first; r < last; ++r) {
-            const Value& v = data_.rows[r][column];
-            if (v.is_null())
-                continue;
-            ++count;
-            if (v.kind() == Value::Kind::Number)
-                sum += v.as_number();
-            bool clash = false;
-            const auto order = best.is_null() ? std::optional<int>() : compare(v, best, clash);
-            if (best.is_null() || (order && ((function == QLatin1String("maximum") && *order > 0)
-                                             || (function == QLatin1String("minimum") && *order < 0))))
-                best = v;
-        }
-        if (function == QLatin1String("count"))
-            return Value::number(count);
-        if (function == QLatin1String("sum"))
-            return Value::number(sum);
-        if (function == QLatin1String("average"))
-            return count == 0 ? Value() : Value::number(sum / count);
-        return best;
-    }
-
-    const ReportDefinition& report_;
-    const ReportData& data_;
-    const std::vector<std::vector<int>>& group_starts_;
-    const LayoutSettings& settings_;
-};
-
 class Layout {
 public:
     Layout(const ReportDefinition& report, const ReportFormulas& formulas, const ReportData& data,
            const SubreportLoader& subreports, const LayoutSettings& settings, PageModel& model, QString& error)
         : report_(report), formulas_(formulas), data_(data), subreports_(subreports), settings_(settings), model_(model),
-          error_(error), context_(report, data, formulas, group_starts_, settings)
+          error_(error), context_(report, data, formulas, group_starts_, settings.print_date)
     {
     }
 
-    bool run(int total_pages)
+    // `page_counts`: for each page, the count of its run of pages (from the
+    // last reset of the numbering); empty on the first pass, which counts them.
+    bool run(const std::vector<int>& page_counts)
     {
         model_ = PageModel();
         model_.paper = paper_size_mm(report_.page.paper_size, report_.page.orientation);
         model_.records_read = static_cast<int>(data_.rows.size());
-        context_.pages = total_pages;
+        page_counts_ = page_counts;
         if (!find_groups() || !parse_formulas())
             return false;
         top_ = report_.page.margin_top;
@@ -205,15 +67,25 @@ public:
         return alerts();
     }
 
+    // For each page, how many pages its numbering runs to.
+    std::vector<int> page_counts() const
+    {
+        std::vector<int> counts(run_starts_.size());
+        for (size_t p = 0; p < run_starts_.size(); ++p)
+            counts[p] = static_cast<int>(std::count(run_starts_.begin(), run_starts_.end(), run_starts_[p]));
+        return counts;
+    }
+
 private:
     int details_area() const { return 3 + static_cast<int>(report_.groups.size()); }
     int page_footer_area() const { return report_.area_count() - 1; }
     int group_header_area(int level) const { return 3 + level; }
     int group_footer_area(int level) const { return report_.area_count() - 2 - level; }
+    const ReportArea* area_of(int number) const { return const_cast<ReportDefinition&>(report_).area(number); }
 
     double area_height(int number) const
     {
-        const ReportArea* area = const_cast<ReportDefinition&>(report_).area(number);
+        const ReportArea* area = area_of(number);
         double h = 0;
         if (area && !area->suppress)
             for (const ReportSection& s : area->sections)
@@ -239,7 +111,7 @@ private:
             }
         }
         for (int r = 0; r < rows; ++r) {
-            const int level = r == 0 ? 0 : key_change(r);
+            const int level = r == 0 ? 0 : key_change_between(r - 1, r);
             for (int g = level; g < groups; ++g)
                 group_starts_[g].push_back(r);
         }
@@ -247,21 +119,8 @@ private:
         return select_groups();
     }
 
-    // The first group level whose key differs from the row before; the number of groups when none does.
-    int key_change(int r) const
-    {
-        for (size_t g = 0; g < keys_[r].size(); ++g) {
-            bool clash = false;
-            const Value& a = keys_[r][g];
-            const Value& b = keys_[r - 1][g];
-            const auto order = compare(a, b, clash);
-            if (a.is_null() != b.is_null() || (order && *order != 0) || clash)
-                return static_cast<int>(g);
-        }
-        return static_cast<int>(keys_[r].size());
-    }
-
     int changed_level(int r) const { return r == first_printed_ ? 0 : key_change_between(previous_printed_, r); }
+    // The first group level whose key differs between two rows; the number of groups when none does.
     int key_change_between(int a, int b) const
     {
         for (size_t g = 0; g < keys_[b].size(); ++g) {
@@ -342,8 +201,9 @@ private:
             int last = 0;
             context_.range_of(level, row, first, last);
             double needed = area_height(group_header_area(level)) + area_height(group_footer_area(level));
-            needed += (last - first) * area_height(details_area());
+            needed += (last - first) * area_height(details_area()) / std::max(1, area_of(details_area())->columns);
             const double room = bottom_ - top_;
+            end_column_row();
             if (needed <= room - page_header_height_ && y_ + needed > bottom_ && y_ > body_top_ && !new_page(row))
                 return false;
         }
@@ -361,8 +221,16 @@ private:
     bool start_page(bool first)
     {
         model_.pages.emplace_back();
-        context_.page = static_cast<int>(model_.pages.size());
+        const int index = static_cast<int>(model_.pages.size()) - 1;
+        if (restart_numbering_) {
+            run_start_ = index;
+            restart_numbering_ = false;
+        }
+        run_starts_.push_back(run_start_);
+        context_.page = index - run_start_ + 1;
+        context_.pages = index < static_cast<int>(page_counts_.size()) ? page_counts_[index] : 1;
         y_ = top_;
+        column_ = 0;
         if (first && !band(1, 0, true))
             return false;
         const double before = y_;
@@ -373,12 +241,17 @@ private:
         return true;
     }
 
+    // The page footer speaks of the last row printed on the page, not of the
+    // row that is about to start the next one.
     void finish_page()
     {
+        end_column_row();
         const double saved = y_;
+        const int saved_row = current_row_;
         y_ = model_.paper.height() - report_.page.margin_bottom - area_height(page_footer_area());
-        band(page_footer_area(), std::max(current_row_, 0), true);
+        band(page_footer_area(), std::max(last_printed_row_, 0), true);
         y_ = saved;
+        current_row_ = saved_row;
     }
 
     bool new_page(int row)
@@ -388,16 +261,29 @@ private:
         return start_page(false);
     }
 
+    // Details printed in columns stand side by side; anything else first
+    // moves below the row of them.
+    void end_column_row()
+    {
+        if (column_ > 0)
+            y_ = column_top_ + column_row_height_;
+        column_ = 0;
+    }
+
     // Prints one area for a row; `fixed` areas (report header at the start, the
     // page's header and footer) never start a new page themselves.
     bool band(int number, int row, bool fixed = false)
     {
         if (number == 1 && !fixed)
             return true;  // the report header is printed with the first page
-        const ReportArea* area = const_cast<ReportDefinition&>(report_).area(number);
+        const ReportArea* area = area_of(number);
         if (!area || area->suppress)
             return true;
         current_row_ = row;
+        if (area->columns > 1)
+            return band_in_columns(*area, number, row);
+        if (!fixed)
+            end_column_row();
         for (const ReportSection& section : area->sections) {
             bool suppressed = false;
             if (!holds(section.suppress_if, row, suppressed))
@@ -411,20 +297,108 @@ private:
                 if (!new_page(row))
                     return false;
             }
-            if (!fixed && y_ + section.height > bottom_ && y_ > body_top_ && !new_page(row))
+            double height = 0;
+            if (!section_height(section, row, height))
                 return false;
-            if (!place(section, number, row, report_.page.margin_left, y_, data_))
+            if (!fixed && y_ + height > bottom_ && y_ > body_top_ && !new_page(row))
                 return false;
-            y_ += section.height;
+            if (!place(section, number, row, report_.page.margin_left, y_))
+                return false;
+            if (!fixed)
+                last_printed_row_ = row;
+            y_ += height;
             if (section.new_page_after && !fixed)
                 page_break_pending_ = true;
+            if (section.reset_page_number_after && !fixed)
+                restart_numbering_ = true;
         }
         return true;
     }
 
-    bool place(const ReportSection& section, int area, int row, double left, double top, const ReportData&)
+    // One row of the details as one cell of a sheet: across, then down.
+    bool band_in_columns(const ReportArea& area, int number, int row)
     {
-        Page& page = model_.pages.back();
+        std::vector<const ReportSection*> shown;
+        double height = 0;
+        for (const ReportSection& section : area.sections) {
+            bool suppressed = false;
+            double h = 0;
+            if (!holds(section.suppress_if, row, suppressed) || (!suppressed && !section_height(section, row, h)))
+                return false;
+            if (!suppressed) {
+                shown.push_back(&section);
+                height += h;
+            }
+        }
+        if (column_ == 0) {
+            if (page_break_pending_) {
+                page_break_pending_ = false;
+                if (!new_page(row))
+                    return false;
+            }
+            if (y_ + height > bottom_ && y_ > body_top_ && !new_page(row))
+                return false;
+            column_top_ = y_;
+            column_row_height_ = 0;
+        }
+        double y = column_top_;
+        const double x = report_.page.margin_left + column_ * area.column_width;
+        for (const ReportSection* section : shown) {
+            double h = 0;
+            if (!section_height(*section, row, h) || !place(*section, number, row, x, y))
+                return false;
+            y += h;
+        }
+        last_printed_row_ = row;
+        column_row_height_ = std::max(column_row_height_, height);
+        if (++column_ == area.columns)
+            end_column_row();
+        return true;
+    }
+
+    // The text of a field, and for a growing one the lines it takes.
+    bool field_lines(const ReportObject& o, int row, QStringList& lines)
+    {
+        Value v;
+        if (!value_of(o.source, row, v)) {
+            error_ = QStringLiteral("The field %1 of %2 fails: %3").arg(o.source, report_.file, error_);
+            return false;
+        }
+        const QString text = formatted(v, o.format, settings_.locale);
+        // A little room is kept, so that a screen's coarser fonts never cut a line printed to fit.
+        lines = o.can_grow ? wrapped_lines(text, o.width * 0.97, font_of(o)) : QStringList{text};
+        return true;
+    }
+
+    TextFont font_of(const ReportObject& o) const
+    {
+        return TextFont{o.font_family.isEmpty() ? report_.page.font_family : o.font_family,
+                        o.font_size > 0 ? o.font_size : report_.page.font_size, o.bold, o.italic};
+    }
+
+    // The section's height with its growing fields' lines: it grows when
+    // their lines reach past its foot, and keeps the room below them otherwise.
+    bool section_height(const ReportSection& section, int row, double& height)
+    {
+        height = section.height;
+        for (const ReportObject& o : section.objects) {
+            if (!o.can_grow || o.kind != ObjectKind::Field)
+                continue;
+            bool suppressed = false;
+            QStringList lines;
+            if (!holds(o.suppress_if, row, suppressed))
+                return false;
+            if (suppressed)
+                continue;
+            if (!field_lines(o, row, lines))
+                return false;
+            height = std::max(height, o.y + lines.size() * o.height);
+        }
+        return true;
+    }
+
+    bool place(const ReportSection& section, int area, int row, double left, double top)
+    {
         TableRow table_row{area, {}};
         std::vector<std::pair<double, QString>> cells;
         for (const ReportObject& o : section.objects) {
@@ -436,22 +410,25 @@ private:
             PageItem item;
             item.rect = QRectF(left + o.x, top + o.y, o.width, o.height);
             item.area = area;
-            item.font_family = o.font_family.isEmpty() ? report_.page.font_family : o.font_family;
-            item.font_size = o.font_size > 0 ? o.font_size : report_.page.font_size;
+            const TextFont font = font_of(o);
+            item.font_family = font.family;
+            item.font_size = font.size;
             item.bold = o.bold;
             item.italic = o.italic;
             item.align = o.align;
             item.line_width = o.line_width;
             switch (o.kind) {
             case ObjectKind::Field: {
-                Value v;
-                if (!value_of(o.source, row, v)) {
-                    error_ = QStringLiteral("The field %1 of %2 fails: %3").arg(o.source, report_.file, error_);
+                QStringList lines;
+                if (!field_lines(o, row, lines))
                     return false;
+                cells.emplace_back(o.x, lines.join(QLatin1Char('\n')));
+                for (const QString& line : lines) {
+                    item.text = line;
+                    model_.pages.back().items.push_back(item);
+                    item.rect.translate(0, o.height);
                 }
-                item.text = formatted(v, o.format, settings_.locale);
-                cells.emplace_back(o.x, item.text);
-                break;
+                continue;
             }
             case ObjectKind::Text:
                 item.text = o.text;
@@ -464,7 +441,7 @@ private:
                     return false;
                 continue;
             }
-            page.items.push_back(item);
+            model_.pages.back().items.push_back(item);
         }
         std::stable_sort(cells.begin(), cells.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         for (const auto& cell : cells)
@@ -475,29 +452,35 @@ private:
     }
 
     // A subreport is laid out on its own into the object's rectangle: its
-    // report header, its details and its report footer, cut at the rectangle's foot.
+    // report header, its details and its report footer, cut at the rectangle's
+    // foot. It reads its own rows, not the report's, so it is laid out once and
+    // the same items are placed wherever it stands (a page heading on every page).
     bool subreport(const ReportObject& o, const QRectF& rect, int area)
     {
         if (!subreports_) {
             error_ = QStringLiteral("The subreport %1 cannot be read here.").arg(o.file);
             return false;
         }
-        const Subreport* sub = subreports_(o.file, error_);
-        if (!sub)
-            return false;
-        ReportDefinition inner = sub->definition;
-        inner.page.margin_left = 0;
-        inner.page.margin_top = 0;
-        inner.page.margin_bottom = 0;
-        PageModel inner_model;
-        QString inner_error;
-        Layout layout(inner, sub->formulas, sub->data, SubreportLoader(), settings_, inner_model, inner_error);
-        if (!layout.run(1)) {
-            error_ = QStringLiteral("The subreport %1 fails: %2").arg(o.file, inner_error);
-            return false;
+        auto laid = subreport_pages_.find(o.file);
+        if (laid == subreport_pages_.end()) {
+            const Subreport* sub = subreports_(o.file, error_);
+            if (!sub)
+                return false;
+            ReportDefinition inner = sub->definition;
+            inner.page.margin_left = 0;
+            inner.page.margin_top = 0;
+            inner.page.margin_bottom = 0;
+            PageModel inner_model;
+            QString inner_error;
+            Layout layout(inner, sub->formulas, sub->data, SubreportLoader(), settings_, inner_model, inner_error);
+            if (!layout.run({})) {
+                error_ = QStringLiteral("The subreport %1 fails: %2").arg(o.file, inner_error);
+                return false;
+            }
+            laid = subreport_pages_.emplace(o.file, std::move(inner_model.pages)).first;
         }
         Page& page = model_.pages.back();
-        for (const Page& inner_page : inner_model.pages)
+        for (const Page& inner_page : laid->second)
             for (PageItem item : inner_page.items) {
                 if (item.rect.top() >= rect.height())
                     continue;
@@ -542,10 +525,20 @@ private:
     int first_printed_ = 0;
     int previous_printed_ = -1;
     int current_row_ = 0;
+    int last_printed_row_ = -1;
     std::map<QString, Formula> parsed_;
+    std::map<QString, std::vector<Page>> subreport_pages_;  // by file
     LayoutContext context_;
     double top_ = 0, bottom_ = 0, y_ = 0, body_top_ = 0, page_header_height_ = 0;
     bool page_break_pending_ = false;
+    // Page numbering: the first page of the present run, and of each page's run.
+    bool restart_numbering_ = false;
+    int run_start_ = 0;
+    std::vector<int> run_starts_;
+    std::vector<int> page_counts_;
+    // Details in columns: the column to fill next, the top and height of the row of them.
+    int column_ = 0;
+    double column_top_ = 0, column_row_height_ = 0;
 };
 
 }  // namespace
@@ -555,13 +548,13 @@ bool lay_out_report(const ReportDefinition& report, const ReportFormulas& formul
 {
     // Laid out once to count the pages, and again when a formula shows the count.
     Layout first(report, formulas, data, subreports, settings, model, error);
-    if (!first.run(1))
+    if (!first.run({}))
         return false;
     if (!all_formula_texts(report).join(QLatin1Char(' ')).contains(QLatin1String("totalpagecount"), Qt::CaseInsensitive))
         return true;
-    const int pages = static_cast<int>(model.pages.size());
+    const std::vector<int> counts = first.page_counts();
     Layout second(report, formulas, data, subreports, settings, model, error);
-    return second.run(pages);
+    return second.run(counts);
 }
 
 }  // namespace reportengine

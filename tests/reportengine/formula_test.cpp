@@ -105,6 +105,25 @@ TEST(FormulaLanguage, ValuesOperatorsAndTheirPrecedence)
         EXPECT_EQ(result_of(QString::fromUtf8(text)), QLatin1String(expected)) << text;
 }
 
+TEST(FormulaLanguage, TextAndTimeFunctions)
+{
+    const QList<std::pair<const char*, const char*>> cases = {
+        {"InStr('26 Oct, 02 Nov', '02 nov')", "number 9"}, {"InStr('abc', 'z')", "number 0"},
+        {"Replace('26-Oct, 02-Nov', '-', ' ')", "text 26 Oct, 02 Nov"},
+        {"ToText(DateAdd('n', 20, Time('11.50')), 'HH:mm')", "text 12:10"},
+        {"DateDiff('n', Time('10:00'), Time('11:15'))", "number 75"},
+        {"DateDiff('d', Date(2026,9,7), Date(2026,12,12))", "number 96"},
+        {"ToText(DateAdd('ww', 2, Date(2026,9,7)), 'dd/MM')", "text 21/09"},
+        {"DateDiff('m', Date(2026,1,31), Date(2026,3,1))", "number 2"},
+        {"Time({Pupils.Pupil_Notes})", "null"}, {"InStr({Pupils.Pupil_Notes}, 'a')", "null"},
+        {"Time('noon')", "error: At position 0: Time takes a time of day such as \"09:30\", not noon."},
+        {"DateAdd('q', 1, Date(2026,1,1))", "error: At position 0: The interval must be \"n\", \"h\", \"d\", \"ww\", \"m\" or \"yyyy\", not q."},
+        {"Previous({Pupils.Pupil_Notes})", "error: At position 0: the report has no field {Pupils.Pupil_Notes}."},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(result_of(QString::fromUtf8(text)), QLatin1String(expected)) << text;
+}
+
 TEST(FormulaLanguage, NullsFollowTheDatabasesThreeValuedRules)
 {
     const QList<std::pair<const char*, const char*>> cases = {

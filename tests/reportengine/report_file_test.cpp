@@ -5,6 +5,7 @@
 #include "reportengine/formula.h"
 #include "reportengine/report_file.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -85,6 +86,13 @@ TEST(ReportFile, AReportIsWrittenBackAsItWasRead)
     EXPECT_EQ(again.page.orientation, orientation::Landscape);
     EXPECT_EQ(again.record_selection, report.record_selection);
     EXPECT_EQ(report_text(again), written);
+
+    // The standard reports, with their growing fields, columns and page numbering, come back the same too.
+    for (const QFileInfo& file : QDir(QStringLiteral(QUILLARY_BUILD_DIR "/repfmts")).entryInfoList({QStringLiteral("*.rpt")})) {
+        ASSERT_TRUE(read_report_file(file.filePath(), report, error)) << error.text().toStdString();
+        ASSERT_TRUE(read_report_text(report_text(report), file.fileName(), again, error)) << error.text().toStdString();
+        EXPECT_EQ(report_text(again), report_text(report)) << file.fileName().toStdString();
+    }
 }
 
 TEST(ReportFile, MistakesAreRefusedWithTheirLineAndWhatWasWrong)
@@ -111,6 +119,8 @@ TEST(ReportFile, MistakesAreRefusedWithTheirLineAndWhatWasWrong)
         {"\n<tables/>\n<tables/>", 3, "<tables> may stand only once in a report."},
         {"\n<sort field=\"{a.b}\" order=\"upwards\"/>", 2, "'order' must be ascending or descending"},
         {"\n<area kind=\"details\">\n<section height=\"5\">\n<text x=\"0\">a<b/></text>", 4, "Expected character data."},
+        {"\n<area kind=\"pageHeader\" columns=\"3\" columnWidth=\"60\"/>", 2, "Only the details are printed in columns."},
+        {"\n<area kind=\"details\" columns=\"3\"/>", 2, "Details in columns need both"},
         {"\n<tables>", 2, "Premature end of document."},
     };
     for (const Case& c : cases) {

@@ -1,9 +1,11 @@
 // Laying a report onto pages: headers and footers where they belong, groups
-// with their summaries, page numbers and the page count, groups kept
-// together, suppression, the group selection, alerts and subreports.
+// with their summaries and running sums, page numbers and the page count
+// (also counted per family), groups kept together, growing fields, details
+// in columns, suppression, the group selection and alerts.
 
 #include "reportengine/report_file.h"
 #include "reportengine/report_layout.h"
+#include "reportengine/text_measure.h"
 #include "support/school_fixture.h"
 
 #include <gtest/gtest.h>
@@ -56,6 +58,28 @@ protected:
     <field x="80" y="0" width="40" height="8" source="'Page ' &amp; ToText(PageNumber, 0) &amp; ' of ' &amp; ToText(TotalPageCount, 0)"/>
   </section></area>
 </report>)xml").arg(extra, group, details_extra).toUtf8();
+        return laid_out(xml);
+    }
+
+    // The invoice lines, grouped by family on A5 paper, with the areas given.
+    PageModel lines_by_family(const QString& areas)
+    {
+        return laid_out(QStringLiteral(R"xml(<report version="1" title="Lines">
+  <page paper="A5" orientation="portrait" marginLeft="10" marginTop="10" marginRight="10" marginBottom="10"/>
+  <tables>
+    <table name="Invoice_Lines"/><table name="Invoices"/><table name="Families"/>
+    <link from="Invoice_Lines.Inv_Line_Inv_id" to="Invoices.Invoice_id"/>
+    <link from="Invoices.Invoice_Family_id" to="Families.Family_id"/>
+  </tables>
+  <formula name="Double">{Invoice_Lines.Amount} * 2</formula>
+  <sort field="{Invoices.Invoice_Reason}"/>
+  <group field="{Families.Family_Name}"/>
+  %1
+</report>)xml").arg(areas).toUtf8());
+    }
+
+    PageModel laid_out(const QByteArray& xml)
+    {
         ReportDefinition report;
         ReportFileError file_error;
         EXPECT_TRUE(read_report_text(xml, QStringLiteral("Lines.rpt"), report, file_error)) << file_error.text().toStdString();
@@ -136,6 +160,60 @@ TEST_F(ReportLayoutTest, AnAlertSpeaksWhenItsConditionHoldsForAnyRow)
     EXPECT_EQ(model.alert_messages, QStringList{QStringLiteral("An invoice line is over 45.")});
 }
 
+TEST_F(ReportLayoutTest, RunningSumsAndPageNumbersStartAgainForEachFamily)
+{
+    // Ashby's five 40 mm lines take two pages; each family starts a page numbered 1.
+    const PageModel model = lines_by_family(QStringLiteral(R"xml(
+  <area kind="details"><section height="40">
+    <field x="0" y="0" width="60" height="8" source="ToText(RunningSum({@Double}, {Families.Family_Name}), 0) &amp; ' after ' &amp; ToText(Previous({Invoice_Lines.Amount}), 0)"/>
+  </section></area>
+  <area kind="groupFooter" group="1"><section height="10" newPageAfter="true" resetPageNumberAfter="true">
+    <field x="0" y="0" width="60" height="8" source="'Total ' &amp; ToText(Sum({@Double}, {Families.Family_Name}), 0)"/>
+  </section></area>
+  <area kind="pageFooter"><section height="10">
+    <field x="0" y="0" width="60" height="8" source="{Families.Family_Name} &amp; ' ' &amp; ToText(PageNumber, 0) &amp; '/' &amp; ToText(TotalPageCount, 0)"/>
+  </section></area>)xml"));
+    ASSERT_EQ(model.pages.size(), 4u);
+    EXPECT_EQ(texts(model.pages[0]), QStringList({"20 after ", "60 after 10", "120 after 20", "200 after 30", "Ashby 1/2"}));
+    EXPECT_EQ(texts(model.pages[1]), QStringList({"300 after 40", "Total 300", "Ashby 2/2"}));
+    EXPECT_EQ(texts(model.pages[2]), QStringList({"14 after 50", "Total 14", "Brook 1/1"}));
+    EXPECT_EQ(texts(model.pages[3]), QStringList({"2 after 7", "6 after 1", "Total 6", "Cole 1/1"}));
+}
+
+TEST_F(ReportLayoutTest, DetailsInColumnsGoAcrossThenDownAndAGrowingFieldTakesTheLinesItNeeds)
+{
+    // One millimetre a letter: "Ashby 1 is due" needs two lines of 10 mm, broken where a word ends.
+    install_text_measure([](const QString& text, const TextFont&) { return static_cast<double>(text.size()); });
+    const PageModel model = lines_by_family(QStringLiteral(R"xml(
+  <area kind="groupHeader" group="1"><section height="10">
+    <field x="0" y="0" width="60" height="8" source="{Families.Family_Name}"/></section></area>
+  <area kind="details" columns="3" columnWidth="40"><section height="10">
+    <field x="0" y="0" width="10" height="5" source="{Invoices.Invoice_Reason} &amp; ' is due'" canGrow="true"/>
+  </section></area>)xml"));
+    install_text_measure(TextMeasure());
+    ASSERT_EQ(model.pages.size(), 1u);
+    QStringList placed;
+    for (const PageItem& item : model.pages[0].items)
+        placed << QStringLiteral("%1 %2,%3").arg(item.text).arg(item.rect.left(), 0, 'f', 1).arg(item.rect.top(), 0, 'f', 1);
+    // Ashby's five across three columns and down two rows; Brook's header below them, Cole's line in column one.
+    EXPECT_EQ(placed, QStringList({"Ashby 10.0,10.0", "Ashby 1 10.0,20.0", "is due 10.0,25.0", "Ashby 2 50.0,20.0",
+                                   "is due 50.0,25.0", "Ashby 3 90.0,20.0", "is due 90.0,25.0", "Ashby 4 10.0,30.0",
+                                   "is due 10.0,35.0", "Ashby 5 50.0,30.0", "is due 50.0,35.0", "Brook 10.0,40.0",
+                                   "Brook 1 10.0,50.0", "is due 10.0,55.0", "Cole 10.0,60.0", "Cole 1 is 10.0,70.0",
+                                   "due 10.0,75.0", "Cole 2 is 50.0,70.0", "due 50.0,75.0"}));
+}
+
+TEST(TextMeasure, LinesBreakBetweenWordsAndInsideOnlyAWordTooLong)
+{
+    install_text_measure([](const QString& text, const TextFont&) { return static_cast<double>(text.size()); });
+    const TextFont font;
+    EXPECT_EQ(wrapped_lines(QStringLiteral("the quick brown fox"), 10, font), QStringList({"the quick", "brown fox"}));
+    EXPECT_EQ(wrapped_lines(QStringLiteral("abcdefghijklmnop qr"), 10, font), QStringList({"abcdefghij", "klmnop qr"}));
+    EXPECT_EQ(wrapped_lines(QStringLiteral("one\r\n\ntwo\n"), 10, font), QStringList({"one", "", "two"}));
+    EXPECT_EQ(wrapped_lines(QStringLiteral("  "), 10, font), QStringList());
+    install_text_measure(TextMeasure());
+}
+
 TEST(FieldFormats, ValuesShowAsTheirFormatSays)
 {
     const QLocale british(QLocale::English, QLocale::UnitedKingdom);
@@ -160,6 +238,10 @@ TEST(FieldFormats, ValuesShowAsTheirFormatSays)
     f.decimals = 0;
     EXPECT_EQ(formatted(Value::number(41.6), f, british), QStringLiteral("42"));
     EXPECT_EQ(formatted(Value(), f, british), QString());
+    // A difference of money that rounds to nothing is no debt.
+    f.type = FieldFormat::Type::Currency;
+    f.decimals = 2;
+    EXPECT_EQ(formatted(Value::number(0.1 + 0.2 - 0.3), f, british), QStringLiteral("£0.00"));
 }
 
 }  // namespace
