@@ -14,6 +14,7 @@
 #include "ui/people/frm_pupil_import.h"
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_report_params.h"
+#include "ui/reports/frm_reports.h"
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
 #include "ui/shell/switch_screen.h"
@@ -42,6 +43,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Register"), [] { return new frm_Register; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
+        {QStringLiteral("frm_Reports"), [] { return new frm_Reports; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
     return screens;
