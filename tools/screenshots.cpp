@@ -7,6 +7,7 @@
 //
 // With a button named, the button is pressed once the screen is on view, and
 // the picture is of the screen then on view (one the button opened, say).
+// frm_Name:lst_Name@Text makes the row showing Text current in that list first.
 // Run it under a real display (xvfb-run) so that the pictures have the
 // desktop's own style. Questions a screen asks are answered with their
 // default button, and printed.
@@ -16,11 +17,13 @@
 #include "engine/settings_store.h"
 #include "shell/locale_formats.h"
 #include "shell/selection_lists.h"
+#include "shell/settings.h"
 #include "reports/report_runner.h"
 #include "ui/reports/frm_view_report.h"
 #include "ui/shell/screen_catalogue.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -40,6 +43,22 @@ void wait(int milliseconds)
     loop.exec();
 }
 
+// Makes the row showing `text` the current one of the list or grid named `view_name`.
+bool choose_row(QWidget* screen, const QString& view_name, const QString& text)
+{
+    auto* view = screen->findChild<QAbstractItemView*>(view_name);
+    if (!view)
+        return false;
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        const QModelIndex index = view->model()->index(row, 0);
+        if (index.data().toString() == text) {
+            view->setCurrentIndex(index);
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[])
@@ -52,6 +71,8 @@ int main(int argc, char* argv[])
     QTemporaryDir work;
     engine::set_settings_store(std::make_unique<engine::SettingsStore>(work.filePath(QStringLiteral("settings.ini"))));
     engine::set_msgbox_responder(engine::stderr_responder);
+    // The folders of a fresh install beside the program: its report list and scripts.
+    Default_Settings(Settings());
     Setup_Formats();
     const QString copy = work.filePath(QStringLiteral("school.qdb"));
     if (!QFile::copy(QString::fromLocal8Bit(argv[1]), copy) || !DB_Open(copy)) {
@@ -83,7 +104,14 @@ int main(int argc, char* argv[])
         screen->show();
         wait(700);
         QWidget* shown = screen;
-        if (!button.isEmpty()) {
+        if (button.contains(QLatin1Char('@'))) {
+            if (!choose_row(screen, button.section(QLatin1Char('@'), 0, 0), button.section(QLatin1Char('@'), 1))) {
+                std::fprintf(stderr, "no row %s on %s\n", qPrintable(button), qPrintable(form));
+                ++failures;
+                continue;
+            }
+            wait(700);
+        } else if (!button.isEmpty()) {
             auto* command = screen->findChild<QAbstractButton*>(button);
             if (!command) {
                 std::fprintf(stderr, "no button %s on %s\n", qPrintable(button), qPrintable(form));
