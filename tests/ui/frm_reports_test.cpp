@@ -157,6 +157,7 @@ TEST_F(ReportsScreen, AMissingMandatorySelectionRefusesTheRunUntilTheCriteriaGiv
         criteria->mnu_Exit->trigger();
         settle();
     });
+    bring_to_front(screen);
     wait_for([&] { return screen->lbl_All[Param_Terms]->text() == QStringLiteral("One"); });
     EXPECT_EQ(screen->lbl_All[Param_Terms]->text(), QStringLiteral("One"));
     EXPECT_EQ(screen->txt_Value[Param_Terms]->text(), QStringLiteral("Spring 2026, "));
@@ -199,6 +200,7 @@ TEST_F(ReportsScreen, AReportOnTheScreenSaysHowItWentOnComingBack)
     EXPECT_EQ(viewer->windowTitle(), QStringLiteral("Family list View Report Screen"));
     EXPECT_FALSE(screen->isVisible());
     click(viewer->cmd_Close);
+    bring_to_front(screen);
     wait_for([&] { return screen->isVisible() && screen->txt_Status->text().startsWith(QStringLiteral("report")); });
     EXPECT_EQ(screen->txt_Status->text(), QStringLiteral("report finished OK - ") + GCR_Report_File());
 }

@@ -31,6 +31,12 @@ namespace {
 
 constexpr int heading = -1;  // the item data of a heading in lst_Reports
 
+// "Choose myself": the report whose file the user picks.
+bool is_own_choice(const ReportEntry* entry)
+{
+    return entry && entry->report_file.trimmed().isEmpty();
+}
+
 void box(const QString& text)
 {
     engine::MsgBox(text, engine::mb::OkOnly, App_Title());
@@ -65,11 +71,13 @@ frm_Reports::~frm_Reports() = default;
 
 void frm_Reports::connect_controls()
 {
-    // A change of report by keyboard or mouse takes the report over; a second
-    // click on the same one takes it over afresh (the file of "Choose myself"
-    // can be chosen again), and a click on a heading leaves no report chosen.
+    // A change of report, by keyboard or mouse, takes the report over; a
+    // second click on the same one takes it over afresh. Only a click (or
+    // Enter) on "Choose myself" asks for a file: the list taking the focus
+    // makes its first entry current, and that mustn't open the file selector.
+    // A click on a heading leaves no report chosen.
     connect(lst_Reports, &QListWidget::currentRowChanged, this, [this] {
-        lst_Reports_Click();
+        take_over_report(false);
         just_chosen_ = true;
     });
     connect(lst_Reports, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
@@ -77,7 +85,11 @@ void frm_Reports::connect_controls()
         just_chosen_ = false;
         if (item->data(Qt::UserRole).toInt() == heading)
             lst_Reports->setCurrentRow(-1);
-        else if (again)
+        else if (again || is_own_choice(chosen_report()))
+            lst_Reports_Click();
+    });
+    connect(lst_Reports, &QListWidget::itemActivated, this, [this] {
+        if (is_own_choice(chosen_report()))
             lst_Reports_Click();
     });
     connect(lst_OutputFileType, &QListWidget::itemClicked, this, &frm_Reports::lst_OutputFileType_Click);
@@ -180,16 +192,21 @@ const ReportEntry* frm_Reports::chosen_report() const
 
 void frm_Reports::lst_Reports_Click()
 {
+    take_over_report(true);
+}
+
+void frm_Reports::take_over_report(bool may_ask_for_file)
+{
     clear_request();
     hide_rows(rows_);
     lbl_Report_Paper->clear();
     const ReportEntry* entry = chosen_report();
     if (entry) {
         bool file_chosen = true;
-        if (!entry->report_file.trimmed().isEmpty())
+        if (!is_own_choice(entry))
             GCR_Report_File() = report_file_path(entry->report_file, personal_dir_);
         else
-            file_chosen = choose_own_report();
+            file_chosen = may_ask_for_file && choose_own_report();
         if (file_chosen) {
             Report_Params(*entry, rows_);
             Report_Formulae(*entry);
@@ -395,7 +412,7 @@ void frm_Reports::view_report(const ReportEntry& entry)
     viewer_run_ = true;
     // A report of the user's own choosing goes by its file's name.
     const QString name =
-        entry.report_file.trimmed().isEmpty() ? QFileInfo(GCR_Report_File()).completeBaseName() : entry.report_name;
+        is_own_choice(&entry) ? QFileInfo(GCR_Report_File()).completeBaseName() : entry.report_name;
     Switch_Screen(this, new frm_View_Report(name), false);
 }
 

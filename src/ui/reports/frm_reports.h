@@ -100,6 +100,9 @@ private:
     // Coming back from the viewer or from the criteria.
     void Form_Activate();
 
+    // Takes over the chosen report: the request, its criteria, its paper and
+    // notices. "Choose myself" asks for the file only when `may_ask_for_file`.
+    void take_over_report(bool may_ask_for_file);
     // The chosen report: its entry, or null for none or a heading.
     const ReportEntry* chosen_report() const;
     // Asks for a report file of the user's own; false when none was chosen.
