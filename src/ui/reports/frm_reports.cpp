@@ -26,6 +26,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShowEvent>
+#include <algorithm>
 
 namespace {
 
@@ -233,6 +234,8 @@ bool frm_Reports::choose_own_report()
 
 void frm_Reports::show_rows()
 {
+    // A report that uses no criteria, or none chosen yet, shows no empty frame.
+    frame_Params->setVisible(std::any_of(rows_.begin(), rows_.end(), [](const ParamRow& row) { return row.visible; }));
     for (int kind = 0; kind < Param_Count; ++kind) {
         const ParamRow& row = rows_[kind];
         for (QWidget* control : {static_cast<QWidget*>(lbl_Reqmnt[kind]), static_cast<QWidget*>(lbl_Optional[kind]),
@@ -267,7 +270,8 @@ void frm_Reports::show_output_controls()
 {
     const bool to_file = opt_File->isChecked();
     for (QWidget* control : {static_cast<QWidget*>(txt_Filename), static_cast<QWidget*>(lbl_FileName),
-                             static_cast<QWidget*>(lst_OutputFileType), static_cast<QWidget*>(cmd_Select)})
+                             static_cast<QWidget*>(lst_OutputFileType), static_cast<QWidget*>(lbl_File_Type),
+                             static_cast<QWidget*>(cmd_Select)})
         control->setVisible(to_file);
     cmd_Printer->setVisible(opt_Printer->isChecked());
 }

@@ -44,6 +44,7 @@ public:
     QRadioButton* opt_Screen = nullptr;
     QRadioButton* opt_Printer = nullptr;
     QRadioButton* opt_File = nullptr;
+    QLabel* lbl_File_Type = nullptr;
     QListWidget* lst_OutputFileType = nullptr;
     QLabel* lbl_FileName = nullptr;
     QLineEdit* txt_Filename = nullptr;

@@ -151,6 +151,8 @@ QGroupBox* frm_Reports::build_output_frame()
     papers->setColumnStretch(1, 1);
     layout->addLayout(papers);
 
+    // The kind of file, then its name, one under the other with their labels in a column.
+    auto* file = new QGridLayout;
     lst_OutputFileType = new QListWidget(frame_Output);
     lst_OutputFileType->setObjectName(QStringLiteral("lst_OutputFileType"));
     lst_OutputFileType->setAccessibleName(QStringLiteral("File type"));
@@ -160,17 +162,20 @@ QGroupBox* frm_Reports::build_output_frame()
     }
     lst_OutputFileType->setFixedHeight(lst_OutputFileType->sizeHintForRow(0) * lst_OutputFileType->count()
                                        + 2 * lst_OutputFileType->frameWidth() + 2);
-    layout->addWidget(lst_OutputFileType);
-
-    auto* file = new QHBoxLayout;
+    lbl_File_Type = make_label(frame_Output, QStringLiteral("lbl_File_Type"), QStringLiteral("File &type :"));
+    lbl_File_Type->setBuddy(lst_OutputFileType);
+    lbl_File_Type->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     lbl_FileName = make_label(frame_Output, QStringLiteral("lbl_FileName"), QStringLiteral("File Name :"));
     txt_Filename = new QLineEdit(frame_Output);
     txt_Filename->setObjectName(QStringLiteral("txt_Filename"));
     lbl_FileName->setBuddy(txt_Filename);
     cmd_Select = make_button(frame_Output, QStringLiteral("cmd_Select"), QStringLiteral("&View Files"));
-    file->addWidget(lbl_FileName);
-    file->addWidget(txt_Filename, 1);
-    file->addWidget(cmd_Select);
+    file->addWidget(lbl_File_Type, 0, 0);
+    file->addWidget(lst_OutputFileType, 0, 1, 1, 2);
+    file->addWidget(lbl_FileName, 1, 0);
+    file->addWidget(txt_Filename, 1, 1);
+    file->addWidget(cmd_Select, 1, 2);
+    file->setColumnStretch(1, 1);
     layout->addLayout(file);
     return frame_Output;
 }
