@@ -237,7 +237,8 @@ bool Load_Report_List(ReportsList& list, const QString& path)
 bool Load_Personal_List(ReportsList& list, const QString& standard_path, const QString& personal_path,
                         QString& status)
 {
-    if (personal_path == standard_path) {
+    // No list set is no personalised list, as for the page heading beside it.
+    if (personal_path.trimmed().isEmpty() || personal_path == standard_path) {
         status = QStringLiteral("no personalised file found");
         return true;
     }

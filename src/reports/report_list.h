@@ -61,7 +61,8 @@ bool Load_Report_List(ReportsList& list, const QString& path);
 // the list, "=" replaces the fields given of the report of that id, "!" swaps
 // one report file for another, "'" is a comment. A line of another type, or
 // one that can't be read, is reported and passed over. `status` says whether
-// a personalised list was found. False when it couldn't be opened.
+// a personalised list was found: none is when its path is blank or the
+// standard list's. False when it couldn't be opened.
 bool Load_Personal_List(ReportsList& list, const QString& standard_path, const QString& personal_path,
                         QString& status);
 

@@ -126,8 +126,11 @@ TEST_F(ReportList, ListsThatCannotBeOpenedAreReported)
     ScriptedBoxes().expect(QStringLiteral("Cannot open personalised file ") + missing).during([&] {
         EXPECT_FALSE(Load_Personal_List(list, standard, missing, status));
     });
-    EXPECT_TRUE(Load_Personal_List(list, standard, standard, status));
-    EXPECT_EQ(status, QStringLiteral("no personalised file found"));
+    for (const QString& none : {standard, QString()}) {
+        status.clear();
+        EXPECT_TRUE(Load_Personal_List(list, standard, none, status));
+        EXPECT_EQ(status, QStringLiteral("no personalised file found"));
+    }
 }
 
 struct PersonalCase {
