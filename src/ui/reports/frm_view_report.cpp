@@ -63,6 +63,12 @@ const QString whole_page = QStringLiteral("Whole Page");
 
 }  // namespace
 
+int& View_Report_State()
+{
+    static int state = 0;
+    return state;
+}
+
 frm_View_Report::frm_View_Report(const QString& name, QWidget* parent) : QWidget(parent, Qt::Window)
 {
     setObjectName(QStringLiteral("frm_View_Report"));
@@ -154,6 +160,7 @@ void frm_View_Report::Form_Activate()
         }
         show_page(0);
     }
+    View_Report_State() = view_state::Finished;
     GCR_Check_Alerts();
 }
 
@@ -175,6 +182,7 @@ void frm_View_Report::report_source_error()
                      + QString::number(model_.records_read) + QStringLiteral(" Groups = ")
                      + QString::number(model_.groups_counted));
     failed_ = true;
+    View_Report_State() = view_state::Failed;
     Switch_Screen(this, nullptr, false);
 }
 

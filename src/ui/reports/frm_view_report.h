@@ -17,6 +17,17 @@ class QScrollArea;
 class QStackedWidget;
 class PageView;
 
+// What became of a viewer run, for the screen that opened the viewer: that
+// screen sets Started before opening it; the viewer marks Finished once the
+// report is on view and Failed when it could not be shown. Anything else
+// means the run was left.
+namespace view_state {
+inline constexpr int Finished = 1;
+inline constexpr int Failed = 2;
+inline constexpr int Started = 3;
+}  // namespace view_state
+int& View_Report_State();
+
 class frm_View_Report : public QWidget {
     Q_OBJECT
 public:

@@ -21,6 +21,7 @@
 #include "ui/people/frm_teachers.h"
 #include "ui/reports/frm_preferences.h"
 #include "ui/reports/frm_report_params.h"
+#include "ui/reports/frm_reports.h"
 #include "ui/reports/frm_standard_text.h"
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
@@ -57,6 +58,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Receipts"), [] { return new frm_Receipts; }},
         {QStringLiteral("frm_Register"), [] { return new frm_Register; }},
         {QStringLiteral("frm_Report_Params"), [] { return new frm_Report_Params; }},
+        {QStringLiteral("frm_Reports"), [] { return new frm_Reports; }},
         {QStringLiteral("frm_Standard_Text"), [] { return new frm_Standard_Text; }},
         {QStringLiteral("frm_Teachers"), [] { return new frm_Teachers; }},
     };
