@@ -2,6 +2,9 @@
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "ui/activities/frm_activity_dates.h"
+#include "ui/activities/frm_exam.h"
+#include "ui/activities/frm_exam_register.h"
 #include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/billing/frm_invoices.h"
@@ -30,10 +33,13 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
 {
     static const std::map<QString, std::function<QWidget*()>> screens = {
         {QStringLiteral("frm_About"), [] { return new frm_About; }},
+        {QStringLiteral("frm_Activity_Dates"), [] { return new frm_Activity_Dates; }},
         {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
         {QStringLiteral("frm_Auto_Invoice"), [] { return new frm_Auto_Invoice; }},
         {QStringLiteral("frm_Courses"), [] { return new frm_Courses; }},
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
+        {QStringLiteral("frm_Exam"), [] { return new frm_Exam; }},
+        {QStringLiteral("frm_ExamRegister"), [] { return new frm_ExamRegister; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},

@@ -1,10 +1,32 @@
 #include "ui/toolkit/data_grid.h"
 
+#include "engine/vb_values.h"
 #include "toolkit/recordset_model.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QStyledItemDelegate>
 #include <algorithm>
+
+namespace {
+
+// A column's values as a Format picture shows them.
+class PictureDelegate : public QStyledItemDelegate {
+public:
+    PictureDelegate(QString picture, QObject* parent) : QStyledItemDelegate(parent), picture_(std::move(picture)) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = vb::Format(index.data(Qt::EditRole), picture_);
+    }
+
+private:
+    QString picture_;
+};
+
+}  // namespace
 
 DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetModel(this))
 {
@@ -35,6 +57,13 @@ void DataGrid::set_columns(const QStringList& fields, const QStringList& headers
 {
     model_->set_columns(fields, headers);
     resizeColumnsToContents();
+}
+
+void DataGrid::set_column_picture(int column, const QString& picture)
+{
+    delete itemDelegateForColumn(column);
+    setItemDelegateForColumn(column, new PictureDelegate(picture, this));
+    resizeColumnToContents(column);
 }
 
 QList<engine::Bookmark> DataGrid::SelBookmarks() const
