@@ -92,9 +92,9 @@ TEST_F(ExamScreen, TheStoresUniqueRulesAndTheKindAreRefusedInTheScreensWords)
     EXPECT_EQ(screen->lst_Exam_Types->currentRow(), code::exam_type::Exam);
     click(screen->cmd_Add);
     type_field(screen->txt_Exam_Title, QStringLiteral("Grade One Ballet"));
-    screen->cmb_Style->lineEdit()->setFocus(Qt::MouseFocusReason);
-    QTest::keyClicks(screen->cmb_Style->lineEdit(), QStringLiteral("Ballet"));
-    tab_out(screen->cmb_Style->lineEdit());
+    type_into(screen->cmb_Style, QStringLiteral("Ballet"));
+    tab_out(screen->cmb_Style);
+    EXPECT_EQ(field_colour(screen->cmb_Style->lineEdit()), colours::Highlight);
     type_field(screen->txt_Level, QStringLiteral("1"));
     type_field(screen->txt_Price, QStringLiteral("30"));
 

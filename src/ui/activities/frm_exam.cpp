@@ -94,9 +94,13 @@ frm_Exam::frm_Exam(QWidget* parent) : RecordScreen(exam_words(), parent)
     connect(txt_Exam_Type, &QLineEdit::textChanged, this, &frm_Exam::Show_Type);
     connect(txt_Teacher_id, &QLineEdit::textChanged, this, &frm_Exam::Find_Teachers_Name);
     connect(lst_Exam_Types, &QListWidget::itemClicked, this, &frm_Exam::lst_Exam_Types_Click);
-    for (QWidget* watched : std::initializer_list<QWidget*>{txt_Exam_Type, txt_Teacher_id, lst_Exam_Types, cmb_Teachers})
+    // An editable combo box takes the focus and its key presses for its text
+    // box, so the style is watched, and moves on with Enter, as the combo.
+    for (QWidget* watched :
+         std::initializer_list<QWidget*>{txt_Exam_Type, txt_Teacher_id, lst_Exam_Types, cmb_Teachers, cmb_Style})
         watched->installEventFilter(this);
     Enter_To_Tab(cmb_Teachers);
+    Enter_To_Tab(cmb_Style);
     set_field_colour(lst_Exam_Types, colours::At_Rest);
     set_field_colour(cmb_Teachers, colours::At_Rest);
 
@@ -317,6 +321,8 @@ bool frm_Exam::eventFilter(QObject* watched, QEvent* event)
             lst_Exam_Types_Click();
         else if (watched == cmb_Teachers)
             cmb_Teachers_LostFocus();
+        else if (watched == cmb_Style)
+            Check_LostFocus(cmb_Style->lineEdit());
     }
     return RecordScreen::eventFilter(watched, event);
 }
