@@ -232,19 +232,13 @@ void frm_ExamRegister::connect_controls()
 
     // Going to an activity, a date or a course shows the register; the click
     // is handled first, so that a first Ctrl+click isn't undone.
-    const auto later = [this](auto work) { QTimer::singleShot(0, this, work); };
-    connect(dbg_Exam, &DataGrid::RowColChange, this, [this, later] {
-        if (!following_)
-            later([this] { activity_or_date_reached(dbg_Exam); });
-    });
-    connect(DBG_Dates, &DataGrid::RowColChange, this, [this, later] {
-        if (!following_)
-            later([this] { activity_or_date_reached(DBG_Dates); });
-    });
-    connect(dbg_Course, &DataGrid::RowColChange, this, [this, later] {
-        if (!following_)
-            later([this] { dbg_Course_Reached(); });
-    });
+    const auto later = [this](auto work) {
+        if (activated_ && !following_)
+            QTimer::singleShot(0, this, work);
+    };
+    connect(dbg_Exam, &DataGrid::RowColChange, this, [this, later] { later([this] { activity_or_date_reached(dbg_Exam); }); });
+    connect(DBG_Dates, &DataGrid::RowColChange, this, [this, later] { later([this] { activity_or_date_reached(DBG_Dates); }); });
+    connect(dbg_Course, &DataGrid::RowColChange, this, [this, later] { later([this] { dbg_Course_Reached(); }); });
     for (DataGrid* grid : {dbg_Pupil, dbg_Register})
         connect(grid, &DataGrid::RowColChange, this, [this, grid, later] { later([this, grid] { adopt_current_row(grid); }); });
     // A heading of the pupils or of the register chooses every row.
@@ -363,6 +357,7 @@ void frm_ExamRegister::close_record_sets()
 
 void frm_ExamRegister::Form_Activate()
 {
+    activated_ = true;
     if (!has_rows(exams_.get())) {
         txt_Status->setText(QStringLiteral("There are NO Activities"));
         return;

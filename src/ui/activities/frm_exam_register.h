@@ -98,4 +98,5 @@ private:
     std::unique_ptr<engine::Recordset> courses_;
     std::unique_ptr<engine::Recordset> register_;
     bool following_ = false;  // the program moving a grid: no Show_Register of its own
+    bool activated_ = false;  // the lists follow the user only once Activate has chosen their first rows
 };
