@@ -62,7 +62,7 @@ frm_Activity_Dates::frm_Activity_Dates(QWidget* parent) : RecordScreen(date_word
     txt_Receipts = add_count(QStringLiteral("txt_Receipts"), QStringLiteral("Number of Receipts"));
 
     bind_title(txt_Activity_Title, QStringLiteral("ActT_Title"));
-    bind(txt_Date, QStringLiteral("ActT_Date"));
+    bind_date(txt_Date, QStringLiteral("ActT_Date"));
     txt_Date->installEventFilter(this);
 
     // Two days may share a title; the list goes by title all the same.

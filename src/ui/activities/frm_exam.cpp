@@ -149,6 +149,14 @@ void frm_Exam::build_fields()
     txt_Teacher_id = new QLineEdit(this);
     txt_Teacher_id->setObjectName(QStringLiteral("txt_Teacher_id"));
 
+    // The list's label stands level with its first line.
+    QGridLayout* left = column_layout(0);
+    for (int row = 0; row < left->rowCount(); ++row) {
+        QLayoutItem* field = left->itemAtPosition(row, 1);
+        if (field && field->widget() == lst_Exam_Types && left->itemAtPosition(row, 0))
+            left->itemAtPosition(row, 0)->setAlignment(Qt::AlignTop | Qt::AlignRight);
+    }
+
     const int title_width = txt_Exam_Title->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 26;
     txt_Exam_Title->setMinimumWidth(title_width);
     narrow(txt_Level, 6);

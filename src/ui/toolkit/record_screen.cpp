@@ -7,6 +7,7 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
+#include "shell/locale_formats.h"
 #include "ui/toolkit/bound_fields.h"
 #include "ui/toolkit/screen_kit.h"
 #include "ui/shell/switch_screen.h"
@@ -240,6 +241,12 @@ void RecordScreen::bind_money(QLineEdit* control, const QString& column)
 {
     bind(control, column);
     bindings_.back().field->set_money(true);
+}
+
+void RecordScreen::bind_date(QLineEdit* control, const QString& column)
+{
+    bind(control, column);
+    bindings_.back().field->set_picture(Glob_Date_Format());
 }
 
 void RecordScreen::bind_title(QLineEdit* control, const QString& column)

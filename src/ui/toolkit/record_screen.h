@@ -128,6 +128,9 @@ protected:
     // lesson): as bind(), shown with two decimals. CURRENCY columns are money
     // without saying so.
     void bind_money(QLineEdit* control, const QString& column);
+    // A date: as bind(), shown in the long date format ("13 Mar 2027"); any
+    // date the machine reads may be typed.
+    void bind_date(QLineEdit* control, const QString& column);
     // The title field: as bind(), with the title's own check on losing the focus.
     void bind_title(QLineEdit* control, const QString& column);
     // A hidden field that shows a column and is never written (a key).
