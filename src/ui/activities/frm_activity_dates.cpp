@@ -89,9 +89,7 @@ void frm_Activity_Dates::Form_Activate()
         report_unexpected(QStringLiteral("Setup_Controls"));
     Setup_List();
     if (data().is_empty()) {
-        uses_ = DateUses();
-        for (QLineEdit* count : {txt_Exam_Results, txt_Invoices, txt_Receipts})
-            count->clear();
+        clear_uses();
         cmd_Add->setFocus(Qt::OtherFocusReason);
         return;
     }
@@ -116,6 +114,14 @@ void frm_Activity_Dates::show_uses()
     txt_Exam_Results->setText(count_text(uses_.results));
     txt_Invoices->setText(count_text(uses_.invoices));
     txt_Receipts->setText(count_text(uses_.receipts));
+}
+
+// No date, no counts.
+void frm_Activity_Dates::clear_uses()
+{
+    uses_ = DateUses();
+    for (QLineEdit* count : {txt_Exam_Results, txt_Invoices, txt_Receipts})
+        count->clear();
 }
 
 bool frm_Activity_Dates::Validate_Own_Rules()
@@ -171,9 +177,7 @@ void frm_Activity_Dates::Move_After_Delete(const QString& /*title*/)
     }
     engine::Recordset* records = data().Recordset();
     if (records->RecordCount() == 0) {
-        uses_ = DateUses();
-        for (QLineEdit* count : {txt_Exam_Results, txt_Invoices, txt_Receipts})
-            count->clear();
+        clear_uses();
         box(QStringLiteral("There are no more records"));
         return;
     }

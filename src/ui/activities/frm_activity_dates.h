@@ -33,6 +33,7 @@ private:
     QLineEdit* add_count(const QString& name, const QString& label);
     void Display_Data();
     void show_uses();
+    void clear_uses();
     bool change_date();
 
     DateUses uses_;
