@@ -19,7 +19,9 @@ void BoundField::fill(const QVariant& value)
 
 QString BoundField::text_of(const QVariant& value) const
 {
-    return money_ ? Money_Text(value) : vb::CStr(value);
+    if (money_)
+        return Money_Text(value);
+    return picture_.isEmpty() ? vb::CStr(value) : vb::Format(value, picture_);
 }
 
 QString Money_Text(const QVariant& value)

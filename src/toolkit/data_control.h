@@ -50,6 +50,10 @@ public:
     bool is_money() const { return money_; }
     void set_money(bool money) { money_ = money; }
 
+    // A Format picture the value is shown with ("dd mmm yyyy" for a date);
+    // empty: the value's plain text.
+    void set_picture(const QString& picture) { picture_ = picture; }
+
     // Shows the record's value; afterwards DataChanged is false.
     void fill(const QVariant& value);
     // The control calls this for every change of its content, by the user or
@@ -80,6 +84,7 @@ private:
     bool filling_ = false;
     bool read_only_ = false;
     bool money_ = false;
+    QString picture_;
     int max_length_ = 0;
 };
 

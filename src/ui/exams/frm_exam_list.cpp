@@ -227,7 +227,7 @@ void frm_ExamList::Setup_Controls()
     DBG_Dates->set_recordset(dates_.get());
     DBG_Dates->set_columns({QStringLiteral("ActT_Date"), QStringLiteral("ActT_Title")},
                            {QStringLiteral("Date"), QStringLiteral("Title")});
-    DBG_Dates->set_column_format(0, Glob_Date_Format());
+    DBG_Dates->set_column_picture(0, Glob_Date_Format());
     DBG_Dates->horizontalHeader()->setStretchLastSection(true);
     show_register();
     // The newest date is the one on view.

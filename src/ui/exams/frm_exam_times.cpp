@@ -130,7 +130,7 @@ void frm_ExamTimes::Setup_Controls()
     DBG_Dates->set_recordset(results_.dates());
     DBG_Dates->set_columns({QStringLiteral("ActT_Date"), QStringLiteral("ActT_Title")},
                            {QStringLiteral("Date"), QStringLiteral("Title")});
-    DBG_Dates->set_column_format(0, Glob_Date_Format());
+    DBG_Dates->set_column_picture(0, Glob_Date_Format());
     DBG_Dates->horizontalHeader()->setStretchLastSection(true);
     // The newest date is shown first.
     engine::Recordset* dates = results_.dates();

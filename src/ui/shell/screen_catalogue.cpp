@@ -6,6 +6,9 @@
 #include "ui/admin/frm_db_stats.h"
 #include "ui/admin/frm_dbchange.h"
 #include "ui/admin/frm_dbcontrol.h"
+#include "ui/activities/frm_activity_dates.h"
+#include "ui/activities/frm_exam.h"
+#include "ui/activities/frm_exam_register.h"
 #include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/billing/frm_invoices.h"
@@ -39,6 +42,7 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
 {
     static const std::map<QString, std::function<QWidget*()>> screens = {
         {QStringLiteral("frm_About"), [] { return new frm_About; }},
+        {QStringLiteral("frm_Activity_Dates"), [] { return new frm_Activity_Dates; }},
         {QStringLiteral("frm_auditlog"), [] { return new frm_auditlog; }},
         {QStringLiteral("frm_Auto_Invoice"), [] { return new frm_Auto_Invoice; }},
         {QStringLiteral("frm_Change_Defaults"), [] { return new frm_Change_Defaults; }},
@@ -49,6 +53,8 @@ const std::map<QString, std::function<QWidget*()>>& catalogue()
         {QStringLiteral("frm_Dates"), [] { return new frm_Dates; }},
         {QStringLiteral("frm_ExamList"), [] { return new frm_ExamList; }},
         {QStringLiteral("frm_ExamTimes"), [] { return new frm_ExamTimes; }},
+        {QStringLiteral("frm_Exam"), [] { return new frm_Exam; }},
+        {QStringLiteral("frm_ExamRegister"), [] { return new frm_ExamRegister; }},
         {QStringLiteral("frm_Family"), [] { return new frm_Family; }},
         {QStringLiteral("frm_Invoice_Lines"), [] { return new frm_Invoice_Lines; }},
         {QStringLiteral("frm_Invoices"), [] { return new frm_Invoices; }},

@@ -1,32 +1,11 @@
 #include "ui/toolkit/data_grid.h"
 
-#include "engine/vb_values.h"
 #include "toolkit/recordset_model.h"
+#include "ui/toolkit/format_delegate.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
-#include <QStyledItemDelegate>
 #include <algorithm>
-
-namespace {
-
-// Shows a value through a Format picture.
-class FormatDelegate : public QStyledItemDelegate {
-public:
-    FormatDelegate(QString picture, QObject* parent) : QStyledItemDelegate(parent), picture_(std::move(picture)) {}
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->text = vb::Format(index.data(Qt::EditRole), picture_);
-    }
-
-private:
-    QString picture_;
-};
-
-}  // namespace
 
 DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordsetModel(this))
 {
@@ -48,12 +27,6 @@ void DataGrid::set_recordset(engine::Recordset* recordset)
     resizeColumnsToContents();
 }
 
-void DataGrid::set_column_format(int column, const QString& picture)
-{
-    setItemDelegateForColumn(column, new FormatDelegate(picture, this));
-    resizeColumnToContents(column);
-}
-
 void DataGrid::Refresh()
 {
     model_->refresh();
@@ -63,6 +36,13 @@ void DataGrid::set_columns(const QStringList& fields, const QStringList& headers
 {
     model_->set_columns(fields, headers);
     resizeColumnsToContents();
+}
+
+void DataGrid::set_column_picture(int column, const QString& picture)
+{
+    delete itemDelegateForColumn(column);
+    setItemDelegateForColumn(column, new FormatDelegate(picture, false, this));
+    resizeColumnToContents(column);
 }
 
 QList<engine::Bookmark> DataGrid::SelBookmarks() const

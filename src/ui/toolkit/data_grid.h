@@ -19,10 +19,9 @@ public:
     void Refresh();
     // Shows only these fields, in this order, under these headers.
     void set_columns(const QStringList& fields, const QStringList& headers = {});
+    // Shows a column's values through a Format picture ("dd mmm yyyy", "currency").
+    void set_column_picture(int column, const QString& picture);
     RecordsetModel* model_of_records() const { return model_; }
-    // Shows a column's values through a Format picture, such as the long
-    // date format; the values themselves stay as they are.
-    void set_column_format(int column, const QString& picture);
 
     // The bookmarks of the chosen rows, in row order.
     QList<engine::Bookmark> SelBookmarks() const;

@@ -7,6 +7,7 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
+#include "shell/locale_formats.h"
 #include "ui/shell/switch_screen.h"
 #include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/bound_fields.h"
@@ -51,7 +52,10 @@ QString with_cause(const QString& routine)
 RecordScreen::RecordScreen(RecordScreenWords words, QWidget* parent)
     : QWidget(parent, Qt::Window),
       words_(std::move(words)),
-      data_(words_.data_name, QStringLiteral("Error accessing ") + words_.noun + QStringLiteral(" Control "), words_.module)
+      data_(words_.data_name,
+            QStringLiteral("Error accessing ") + (words_.control_noun.isEmpty() ? words_.noun : words_.control_noun)
+                + QStringLiteral(" Control "),
+            words_.module)
 {
     setObjectName(words_.form_name);
     setWindowTitle(words_.caption);
@@ -199,6 +203,12 @@ void RecordScreen::add_wide_widget(QWidget* widget, bool grows)
         screen_layout->setStretchFactor(record_area_, 0);
 }
 
+void RecordScreen::add_field_row(int column, const QString& label, QWidget* field)
+{
+    field->setParent(record_area_);
+    add_row(column, label, field, false);
+}
+
 QPushButton* RecordScreen::add_command(const QString& name, const QString& caption)
 {
     auto* button = make_button(this, name, caption);
@@ -236,6 +246,12 @@ void RecordScreen::bind_money(QLineEdit* control, const QString& column)
 {
     bind(control, column);
     bindings_.back().field->set_money(true);
+}
+
+void RecordScreen::bind_date(QLineEdit* control, const QString& column)
+{
+    bind(control, column);
+    bindings_.back().field->set_picture(Glob_Date_Format());
 }
 
 void RecordScreen::bind_title(QLineEdit* control, const QString& column)
@@ -375,6 +391,7 @@ void RecordScreen::Setup_List()
     if (!records || records->RecordCount() == 0) {
         if (records && !words_.empty_list.isEmpty())
             App_Box(words_.empty_list);
+        Setup_Own_Lists();
         return;
     }
     std::unique_ptr<engine::Recordset> clone = records->Clone();
@@ -384,14 +401,19 @@ void RecordScreen::Setup_List()
     }
     while (!clone->at_eof()) {
         const QVariant title = clone->Fields(title_column_);
-        if (!title.isNull())
-            cmb_Names->addItem(title.toString(), clone->Fields(key_column_).toInt());
+        if (!title.isNull()) {
+            if (list_by_title_)
+                cmb_Names->addItem(title.toString());
+            else
+                cmb_Names->addItem(title.toString(), clone->Fields(key_column_).toInt());
+        }
         if (!clone->MoveNext())
             break;
     }
     clone->Close();
     engine::Err().Clear();
     show_list_at_current();
+    Setup_Own_Lists();
 }
 
 void RecordScreen::Move_Selected()
@@ -399,10 +421,18 @@ void RecordScreen::Move_Selected()
     const int index = cmb_Names->currentIndex();
     if (index < 0)
         return;
-    Move_Selected(cmb_Names->itemData(index).toInt());
+    if (list_by_title_)
+        Move_To(title_column_ + QStringLiteral(" = \"") + cmb_Names->itemText(index) + QStringLiteral("\" "));
+    else
+        Move_Selected(cmb_Names->itemData(index).toInt());
 }
 
 void RecordScreen::Move_Selected(int key)
+{
+    Move_To(key_column_ + QStringLiteral(" = ") + QString::number(key));
+}
+
+void RecordScreen::Move_To(const QString& criteria)
 {
     const QString module = words_.move_selected_module.isEmpty() ? words_.module : words_.move_selected_module;
     if (data_.is_empty()) {
@@ -410,7 +440,7 @@ void RecordScreen::Move_Selected(int key)
                      QStringLiteral("Move_Selected"));
         return;
     }
-    if (!data_.FindFirst(key_column_ + QStringLiteral(" = ") + QString::number(key))) {
+    if (!data_.FindFirst(criteria)) {
         report_unexpected(QStringLiteral("Move_Selected"));
         return;
     }
@@ -443,6 +473,7 @@ void RecordScreen::on_reposition()
         return;
     if (list_follows_record())
         show_list_at_current();
+    Record_Shown();
 }
 
 // The list shows the current record: its entry by key, or nothing.
@@ -457,7 +488,7 @@ void RecordScreen::show_list_at_current()
         cmb_Names->setCurrentIndex(-1);
         return;
     }
-    int index = Glob_Search_Combo(cmb_Names, records->Fields(key_column_).toInt());
+    int index = list_by_title_ ? -1 : Glob_Search_Combo(cmb_Names, records->Fields(key_column_).toInt());
     if (index < 0)
         index = cmb_Names->findText(records->Fields(title_column_).toString());
     cmb_Names->setCurrentIndex(index);
@@ -622,17 +653,8 @@ void RecordScreen::cmd_Update_Click()
     const QString title = title_field_->text();
     const QString done = title + (mode == engine::editmode::Add ? QStringLiteral(" added successfully")
                                                                 : QStringLiteral(" updated successfully"));
-    if (!data_.Update()) {
-        if (engine::Err().Number == engine::jet::DuplicateKey) {
-            engine::Err().Clear();
-            App_Box(words_.duplicate);
-            title_field_->setFocus(Qt::OtherFocusReason);
-        } else {
-            Report_Error(unexpected_state, QStringLiteral("Unexpected error "), engine::mb::Information,
-                         words_.module, with_cause(QStringLiteral("cmd_Update")));
-        }
+    if (!Write_Record())
         return;
-    }
     Clear_highlights();
     set_status(done);
     if (!data_.Requery()) {
@@ -649,6 +671,26 @@ void RecordScreen::cmd_Update_Click()
         Report_Error(report::Detected, words_.lost_after_update, engine::mb::Information, words_.module,
                      QStringLiteral("cmd_Update"));
         data_.MoveFirst();
+    }
+}
+
+bool RecordScreen::Write_Record()
+{
+    if (data_.Update())
+        return true;
+    Report_Write_Failure();
+    return false;
+}
+
+void RecordScreen::Report_Write_Failure()
+{
+    if (engine::Err().Number == engine::jet::DuplicateKey) {
+        engine::Err().Clear();
+        App_Box(words_.duplicate);
+        title_field_->setFocus(Qt::OtherFocusReason);
+    } else {
+        Report_Error(unexpected_state, QStringLiteral("Unexpected error "), engine::mb::Information, words_.module,
+                     with_cause(QStringLiteral("cmd_Update")));
     }
 }
 
@@ -704,6 +746,11 @@ void RecordScreen::cmd_Delete_Click()
         return;
     }
     set_status(title + QStringLiteral(" deleted"));
+    Move_After_Delete(title);
+}
+
+void RecordScreen::Move_After_Delete(const QString& title)
+{
     if (!data_.MoveNext()) {
         report_unexpected(QStringLiteral("cmd_Delete_Click"));
         return;

@@ -35,6 +35,7 @@ struct RecordScreenWords {
     QString move_selected_module;     // tag of Move_Selected's reports; empty: `module`
     QString data_name;                // "data_Teachers"
     QString noun;                     // "Teacher": "Adding a new Teacher", "Error accessing Teacher Control "
+    QString control_noun;             // the noun of "Error accessing ... Control " where it differs; empty: `noun`
     QString choose_title;             // "Choose a Teaching Name to edit, or "
     QString titles_out_of_date;       // "Unexpected error - names are out of date"
     QString title_missing;            // "There must be a Teaching name"
@@ -105,6 +106,9 @@ protected:
     QLineEdit* add_line(int column, const QString& name, const QString& label);
     QPlainTextEdit* add_text(int column, const QString& name, const QString& label);
     void add_growing_row(int column, const QString& label, QWidget* field);
+    // A field of the screen's making (a list, a box with a word beside it)
+    // that keeps its own height.
+    void add_field_row(int column, const QString& label, QWidget* field);
     // A row of the screen's own making (check boxes side by side, a panel)
     // under the fields of a column, without a label; `widget` is given the
     // record area as parent.
@@ -129,6 +133,9 @@ protected:
     // lesson): as bind(), shown with two decimals. CURRENCY columns are money
     // without saying so.
     void bind_money(QLineEdit* control, const QString& column);
+    // A date: as bind(), shown in the long date format ("13 Mar 2027"); any
+    // date the machine reads may be typed.
+    void bind_date(QLineEdit* control, const QString& column);
     // The title field: as bind(), with the title's own check on losing the focus.
     void bind_title(QLineEdit* control, const QString& column);
     // A hidden field that shows a column and is never written (a key).
@@ -154,15 +161,36 @@ protected:
     virtual void clear_more() {}
     // False while the list must not follow the record (a bulk run).
     virtual bool list_follows_record() const { return true; }
+    // Lists of the screen's own that are filled again whenever the names
+    // list is (a list of the values already in use).
+    virtual void Setup_Own_Lists() {}
+    // After each move to a record, at rest: what the screen shows besides
+    // the bound fields (counts of what refers to the record).
+    virtual void Record_Shown() {}
+    // cmd_Update's write of the record, after Validate_Data. True when it
+    // is stored; otherwise the write has told the user why (a duplicate
+    // keeps the edit open) and the update ends there.
+    virtual bool Write_Record();
+    // Where the screen goes after the current record was deleted; by
+    // default the next record, or the first after a delete from the middle.
+    virtual void Move_After_Delete(const QString& title);
+    // Entries of the names list without keys: a record is found again by
+    // its title, as on screens whose key isn't a number.
+    void set_list_by_title() { list_by_title_ = true; }
 
     // ---- The pattern's routines ----
     void Setup_List();
     void Move_Selected();
     void Move_Selected(int key);
+    // Positions the record set by a search; a failure is reported as Move_Selected's.
+    void Move_To(const QString& criteria);
     bool Validate_Data();
     void Clear_highlights();
     void Clear_screen();
     void Check_LostFocus(QWidget* control);
+    // What a failed write tells: the screen's duplicate words (the edit stays
+    // open, the focus on the title) or the unexpected failure.
+    void Report_Write_Failure();
     void set_status(const QString& text);
     QString current_title() const;
     int current_key() const;
@@ -210,4 +238,5 @@ private:
 
     QGridLayout* columns_[2] = {nullptr, nullptr};
     QWidget* record_area_ = nullptr;
+    bool list_by_title_ = false;
 };
