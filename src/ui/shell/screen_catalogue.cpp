@@ -2,13 +2,15 @@
 
 #include "engine/msg_box.h"
 #include "shell/app_globals.h"
+#include "shell/error_log.h"
+#include "shell/report_numbers.h"
+#include "ui/activities/frm_activity_dates.h"
+#include "ui/activities/frm_exam.h"
+#include "ui/activities/frm_exam_register.h"
 #include "ui/admin/frm_change_defaults.h"
 #include "ui/admin/frm_db_stats.h"
 #include "ui/admin/frm_dbchange.h"
 #include "ui/admin/frm_dbcontrol.h"
-#include "ui/activities/frm_activity_dates.h"
-#include "ui/activities/frm_exam.h"
-#include "ui/activities/frm_exam_register.h"
 #include "ui/billing/frm_auto_invoice.h"
 #include "ui/billing/frm_invoice_lines.h"
 #include "ui/billing/frm_invoices.h"
@@ -94,7 +96,9 @@ QWidget* Go_To_Screen(QWidget* me, const QString& form_name, const std::function
 {
     QWidget* screen = Load_Screen(form_name);
     if (!screen) {
-        engine::MsgBox(QStringLiteral("This screen is not available yet."), engine::mb::OkOnly, App_Title());
+        // Every command names a screen of the catalogue; a name outside it is a fault of the program.
+        Report_Error(report::Unexpected, QStringLiteral("There is no screen named ") + form_name, engine::mb::Critical,
+                     QStringLiteral("screens"), QStringLiteral("Go_To_Screen"));
         return nullptr;
     }
     if (before_showing)
