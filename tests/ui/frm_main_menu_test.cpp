@@ -11,6 +11,7 @@
 #include "shell/selection_lists.h"
 #include "shell/settings.h"
 #include "support/scripted_boxes.h"
+#include "support/test_folder.h"
 #include "toolkit/help_pages.h"
 #include "ui/shell/frm_about.h"
 #include "ui/shell/frm_auditlog.h"
@@ -125,6 +126,10 @@ TEST_F(MainMenu, EveryCommandAndOptionsEntryOpensItsScreen)
         {[&] { menu->mnu_Refresh_db->trigger(); }, "frm_DBControl"},
         {[&] { menu->mnu_db_stats->trigger(); }, "frm_db_stats"},
     };
+    // The Reports screen reads its list of reports as it opens.
+    testing_support::TestFolder reports;
+    Settings().report_list = reports.write_file(QStringLiteral("zrepfmt.lst"), QString());
+    Settings().report_format_dir = QFileInfo(Settings().report_list).absolutePath();
     for (const auto& [open, form] : entries) {
         SCOPED_TRACE(form);
         bring_to_front(menu);
