@@ -11,6 +11,7 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/keyed_names.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QApplication>
@@ -204,21 +205,10 @@ void frm_Exam::Fill_Teachers()
 {
     cmb_Teachers->clear();
     cmb_Teachers->addItem(QString(), 0);
-    engine::Database* db = Current_Db();
-    std::unique_ptr<engine::Recordset> teachers = db ? db->OpenRecordset(teachers_sql) : nullptr;
-    if (!teachers) {
+    if (!add_keyed_names(cmb_Teachers, teachers_sql, QStringLiteral("Teacher_NickName"), QStringLiteral("Teacher_id"))) {
         report_unexpected(QStringLiteral("Fill_Teachers"));
         return;
     }
-    while (!teachers->at_eof()) {
-        const QVariant name = teachers->Fields(QStringLiteral("Teacher_NickName"));
-        if (!name.isNull())
-            cmb_Teachers->addItem(name.toString(), teachers->Fields(QStringLiteral("Teacher_id")).toInt());
-        if (!teachers->MoveNext())
-            break;
-    }
-    teachers->Close();
-    engine::Err().Clear();
 }
 
 // The styles already in use; a new style is made by typing it.

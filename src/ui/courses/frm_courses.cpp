@@ -12,6 +12,7 @@
 #include "shell/error_log.h"
 #include "shell/report_numbers.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/keyed_names.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QCheckBox>
@@ -219,21 +220,10 @@ void frm_Courses::Fill_Days()
 void frm_Courses::Fill_Teachers()
 {
     cmb_Teachers->clear();
-    engine::Database* db = Current_Db();
-    std::unique_ptr<engine::Recordset> teachers = db ? db->OpenRecordset(teachers_sql) : nullptr;
-    if (!teachers) {
+    if (!add_keyed_names(cmb_Teachers, teachers_sql, QStringLiteral("Teacher_NickName"), QStringLiteral("Teacher_id"))) {
         report_unexpected(QStringLiteral("Fill_Teachers"));
         return;
     }
-    while (!teachers->at_eof()) {
-        const QVariant name = teachers->Fields(QStringLiteral("Teacher_NickName"));
-        if (!name.isNull())
-            cmb_Teachers->addItem(name.toString(), teachers->Fields(QStringLiteral("Teacher_id")).toInt());
-        if (!teachers->MoveNext())
-            break;
-    }
-    teachers->Close();
-    engine::Err().Clear();
     Find_Teachers_Name();
 }
 
