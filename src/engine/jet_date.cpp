@@ -44,6 +44,10 @@ double date_to_serial(const QDateTime& value)
 
 QDateTime serial_to_date(double serial)
 {
+    // The platform's dates run from 1 January 100 to 31 December 9999; a
+    // number outside them is no date.
+    if (!std::isfinite(serial) || serial < -657434.0 || serial >= 2958466.0)
+        return QDateTime();
     const double whole = std::trunc(serial);
     const double fraction = std::fabs(serial - whole);
     qint64 seconds = std::llround(fraction * 86400.0);
@@ -75,8 +79,12 @@ std::optional<QString> to_storage_date(const QVariant& value)
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
     case QMetaType::Double:
-    case QMetaType::Float:
-        return date_to_storage(serial_to_date(value.toDouble()));
+    case QMetaType::Float: {
+        const QDateTime date = serial_to_date(value.toDouble());
+        if (!date.isValid())
+            return std::nullopt;
+        return date_to_storage(date);
+    }
     default:
         break;
     }
@@ -101,7 +109,7 @@ std::optional<QString> to_storage_date(const QVariant& value)
     }
     bool numeric = false;
     const double serial = text.toDouble(&numeric);
-    if (numeric)
+    if (numeric && serial_to_date(serial).isValid())
         return date_to_storage(serial_to_date(serial));
     return std::nullopt;
 }

@@ -20,6 +20,7 @@ std::optional<QDateTime> storage_to_date(const QString& text);
 
 // Day numbers since the zero date with the time as a fraction (the platform's date value).
 double date_to_serial(const QDateTime& value);
+// An invalid QDateTime for a number outside the platform's dates.
 QDateTime serial_to_date(double serial);
 
 // The stored form of any value a date column accepts: a QDate/QDateTime/QTime,

@@ -37,7 +37,7 @@ bool arg_date(sqlite3_value* value, QDateTime& out)
         }
     } else {
         out = serial_to_date(v.toDouble());
-        return true;
+        return out.isValid();
     }
     return vb::CDate(v, out);
 }

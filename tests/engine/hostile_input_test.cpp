@@ -3,6 +3,7 @@
 // engine refuses each with a clear error and never hangs or crashes.
 
 #include "engine/criteria.h"
+#include "engine/jet_date.h"
 #include "engine/currency.h"
 #include "engine/database.h"
 #include "engine/err.h"
@@ -95,6 +96,18 @@ TEST(HostileMoney, NumbersNoCurrencyCanHoldAreRefusedNotWrappedAround)
     }
     EXPECT_EQ(engine::Currency::from_double(1e300).units(), INT64_MAX);
     EXPECT_FALSE(engine::Currency::try_from_double(std::nan("")));
+}
+
+// A date compared with a number beyond the platform's dates matches nothing.
+TEST(HostileDates, NumbersBeyondTheDatesAreNoDate)
+{
+    EXPECT_FALSE(engine::serial_to_date(1e79).isValid());
+    EXPECT_FALSE(engine::serial_to_date(std::nan("")).isValid());
+    EXPECT_FALSE(engine::to_storage_date(QVariant(1e79)).has_value());
+    const QList<engine::CriteriaField> fields = {{QStringLiteral("day_off"), engine::FieldType::Date}};
+    engine::Criteria parsed;
+    if (parsed.parse(QStringLiteral("day_off >= '%1'").arg(QString(60, QLatin1Char('9'))), fields))
+        EXPECT_FALSE(parsed.matches({QDateTime(QDate(2026, 5, 1), QTime(0, 0))}));
 }
 
 // A name that is no table or query, and missing parameters, are named.
