@@ -3,11 +3,14 @@
 // here and to PDF through the command-line tool), and the figures printed
 // agree with the database.
 
+#include "billing/auto_invoicing.h"
 #include "database/db_handling.h"
+#include "reports/report_params.h"
 #include "reports/report_runner.h"
 #include "reports/report_selections.h"
 #include "script/global_run_sql.h"
 #include "shell/selection_lists.h"
+#include "shell/settings.h"
 #include "support/cli_runner.h"
 #include "support/database_file.h"
 #include "support/test_folder.h"
@@ -16,6 +19,8 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -273,3 +278,29 @@ TEST_F(StandardReports, MoneyReceivedInATermAddsUpToItsReceipts)
 }
 
 }  // namespace
+
+// An invoicing run lists what it raised; the next report prints those
+// invoices, one to a page, and uses the list up.
+TEST_F(StandardReports, TheInvoicesARunRaisesArePrintedByThemselvesOnce)
+{
+    Settings().cost_script = QStringLiteral(QUILLARY_BUILD_DIR "/scripts/CrsCosts.sql");
+    Settings().term_script = QStringLiteral(QUILLARY_BUILD_DIR "/scripts/InTerms.sql");
+    Sel_Terms().append(first("SELECT Term_Id FROM Term_Dates WHERE Term_Name = 'Spring 2027'").toInt());
+    AutoInvoicing run;
+    ASSERT_TRUE(run.prepare() && run.insert_term());
+    const int raised = first("SELECT count(*) FROM Tmp_Invoices").toInt();
+    EXPECT_EQ(raised, first("SELECT count(*) FROM Invoices I INNER JOIN Term_Dates T ON T.Term_Id = I.Invoice_Term_id "
+                            "WHERE T.Term_Name = 'Spring 2027'").toInt());
+    ASSERT_GT(raised, 0);
+
+    GCR_Report_File() = report_folder + QStringLiteral("Invoice.rpt");
+    Add_Invoice_Selection();
+    const reportengine::PageModel model = laid_out();
+    const auto invoice_pages = std::count_if(model.pages.begin(), model.pages.end(), [](const reportengine::Page& page) {
+        return std::any_of(page.items.begin(), page.items.end(), [](const auto& item) { return item.text == QLatin1String("Invoice for Spring 2027"); });
+    });
+    EXPECT_EQ(static_cast<int>(model.pages.size()), raised);
+    EXPECT_EQ(static_cast<int>(invoice_pages), raised);
+    EXPECT_EQ(first("SELECT count(*) FROM Tmp_Invoices"), QStringLiteral("0"));
+    run.unload();
+}
