@@ -7,6 +7,7 @@
 #include "shell/app_globals.h"
 #include "shell/error_log.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QComboBox>
@@ -36,11 +37,6 @@ RecordScreenWords date_words()
     words.lost_after_update = QStringLiteral("Could not find the Activity Date that has just been updated!");
     words.help_context = help::context::Activity_Dates;
     return words;
-}
-
-int box(const QString& text)
-{
-    return engine::MsgBox(text, engine::mb::OkOnly, App_Title());
 }
 
 QString count_text(int count)
@@ -128,7 +124,7 @@ bool frm_Activity_Dates::Validate_Own_Rules()
 {
     if (vb::IsDate(txt_Date->text()))
         return true;
-    box(QStringLiteral("There must be a date"));
+    App_Box(QStringLiteral("There must be a date"));
     txt_Date->setFocus(Qt::OtherFocusReason);
     return false;
 }
@@ -164,7 +160,7 @@ bool frm_Activity_Dates::Check_Deletion(int /*key*/)
 {
     if (!Date_In_Use(uses_))
         return true;
-    box(QStringLiteral("There are results or invoices for this ") + QStringLiteral(" date, so it cannot be deleted"));
+    App_Box(QStringLiteral("There are results or invoices for this ") + QStringLiteral(" date, so it cannot be deleted"));
     return false;
 }
 
@@ -178,7 +174,7 @@ void frm_Activity_Dates::Move_After_Delete(const QString& /*title*/)
     engine::Recordset* records = data().Recordset();
     if (records->RecordCount() == 0) {
         clear_uses();
-        box(QStringLiteral("There are no more records"));
+        App_Box(QStringLiteral("There are no more records"));
         return;
     }
     // The oldest date gone: the one before it is the next.

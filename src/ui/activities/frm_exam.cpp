@@ -11,6 +11,7 @@
 #include "engine/vb_values.h"
 #include "shell/app_globals.h"
 #include "toolkit/help_pages.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/keyed_names.h"
 #include "ui/toolkit/screen_kit.h"
 
@@ -51,11 +52,6 @@ RecordScreenWords exam_words()
 }
 
 const QString teachers_sql = QStringLiteral("SELECT Teacher_id, Teacher_NickName FROM Teachers  ORDER BY Teacher_NickName ;");
-
-int box(const QString& text)
-{
-    return engine::MsgBox(text, engine::mb::OkOnly, App_Title());
-}
 
 // A short value needs a short box; a wide one only invites longer text.
 void narrow(QLineEdit* edit, int characters)
@@ -300,7 +296,7 @@ bool frm_Exam::title_refused_on_leaving(QEvent* event)
     // An addition can always be cancelled, title or no title.
     if (QApplication::focusWidget() == cmd_Cancel)
         return true;
-    box(QStringLiteral("There must be a Title"));
+    App_Box(QStringLiteral("There must be a Title"));
     QTimer::singleShot(0, txt_Exam_Title, [field = txt_Exam_Title] { field->setFocus(Qt::OtherFocusReason); });
     return true;
 }
@@ -354,7 +350,7 @@ bool frm_Exam::Validate_Own_Rules()
         cmb_Style->lineEdit()->setText(fields.style);
     if (refusal.field == ActivityField::None)
         return true;
-    box(refusal.message);
+    App_Box(refusal.message);
     QWidget* field = refusal.field == ActivityField::Price      ? static_cast<QWidget*>(txt_Price)
                      : refusal.field == ActivityField::Level    ? static_cast<QWidget*>(txt_Level)
                      : refusal.field == ActivityField::Duration ? static_cast<QWidget*>(txt_Duration)
@@ -377,7 +373,7 @@ void frm_Exam::Move_After_Delete(const QString& title)
         return;
     }
     if (data().Recordset()->at_eof() && data().Recordset()->RecordCount() == 0) {
-        box(QStringLiteral("There are no more records"));
+        App_Box(QStringLiteral("There are no more records"));
         data().MoveFirst();
         engine::Err().Clear();
         return;

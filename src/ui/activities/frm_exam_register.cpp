@@ -11,7 +11,9 @@
 #include "toolkit/help_pages.h"
 #include "toolkit/recordset_model.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/data_grid.h"
+#include "ui/toolkit/form_rows.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -32,11 +34,6 @@
 namespace {
 
 const QString tag = QStringLiteral("fexamreg");
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
 
 // Shows the rows under these columns; the first takes the room to spare.
 void show_rows(DataGrid* grid, engine::Recordset* rows, const QStringList& fields, const QStringList& headers)
@@ -93,12 +90,8 @@ DataGrid* frm_ExamRegister::make_grid(const QString& name, const QString& access
 
 QLabel* frm_ExamRegister::make_caption(const QString& text, DataGrid* grid)
 {
-    auto* caption = new QLabel(text, this);
+    QLabel* caption = bold_caption(text, this, grid);
     caption->setObjectName(grid->objectName() + QStringLiteral("_Caption"));
-    QFont bold = caption->font();
-    bold.setBold(true);
-    caption->setFont(bold);
-    caption->setBuddy(grid);
     return caption;
 }
 
@@ -418,13 +411,13 @@ void frm_ExamRegister::Show_Register()
     if (!has_rows(exams_.get()))
         return;
     if (dbg_Exam->SelBookmarks().isEmpty()) {
-        box(QStringLiteral("Please select an exam, show or outing"));
+        App_Box(QStringLiteral("Please select an exam, show or outing"));
         return;
     }
     if (!has_rows(dates_.get()))
         return;
     if (DBG_Dates->SelBookmarks().isEmpty()) {
-        box(QStringLiteral("Please select a date"));
+        App_Box(QStringLiteral("Please select a date"));
         return;
     }
     HourGlass wait;
@@ -440,7 +433,7 @@ void frm_ExamRegister::Show_Register()
     if (opt_Course->isChecked()) {
         const QList<engine::Bookmark> courses = dbg_Course->SelBookmarks();
         if (courses.isEmpty()) {
-            box(QStringLiteral("Please select a course"));
+            App_Box(QStringLiteral("Please select a course"));
             return;
         }
         QVector<RegisterCourse> course;
@@ -465,20 +458,20 @@ void frm_ExamRegister::cmd_Add_Click()
     txt_Status->clear();
     if (dbg_Exam->SelBookmarks().isEmpty()) {
         if (!has_rows(exams_.get()) || dbg_Exam->Bookmark() < 0) {
-            box(QStringLiteral("There are no Activities to add"));
+            App_Box(QStringLiteral("There are no Activities to add"));
             return;
         }
         adopt_current_row(dbg_Exam);
     }
     if (dbg_Pupil->SelBookmarks().isEmpty()) {
         if (!has_rows(pupils_.get()) || dbg_Pupil->Bookmark() < 0) {
-            box(QStringLiteral("There are no pupils to add"));
+            App_Box(QStringLiteral("There are no pupils to add"));
             return;
         }
         adopt_current_row(dbg_Pupil);
     }
     if (DBG_Dates->SelBookmarks().isEmpty()) {
-        box(QStringLiteral("Please enter a date"));
+        App_Box(QStringLiteral("Please enter a date"));
         DBG_Dates->setFocus(Qt::OtherFocusReason);
         return;
     }
@@ -509,12 +502,12 @@ void frm_ExamRegister::cmd_Delete_Click()
 {
     if (dbg_Register->SelBookmarks().isEmpty()) {
         if (!has_rows(register_.get()) || dbg_Register->Bookmark() < 0) {
-            box(QStringLiteral("There are no pupils in the Register to delete"));
+            App_Box(QStringLiteral("There are no pupils in the Register to delete"));
             return;
         }
         adopt_current_row(dbg_Register);
     }
-    if (box(QStringLiteral("Do you really want to remove the pupil(s)") + QStringLiteral(" from the register?"),
+    if (App_Box(QStringLiteral("Do you really want to remove the pupil(s)") + QStringLiteral(" from the register?"),
             engine::mb::YesNo | engine::mb::Question)
         != engine::answer::Yes)
         return;

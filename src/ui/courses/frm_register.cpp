@@ -12,6 +12,7 @@
 #include "ui/courses/register_grid.h"
 #include "ui/shell/switch_screen.h"
 #include "ui/toolkit/app_boxes.h"
+#include "ui/toolkit/form_rows.h"
 #include "ui/toolkit/screen_kit.h"
 
 #include <QAction>
@@ -79,12 +80,8 @@ RegisterGrid* frm_Register::make_grid(const QString& name, const QString& captio
     grid->setObjectName(name);
     grid->setAccessibleName(caption);
     grid->verticalHeader()->hide();
-    caption_label = new QLabel(caption, this);
+    caption_label = bold_caption(caption, this, grid);
     caption_label->setObjectName(name + QStringLiteral("_Caption"));
-    QFont bold = caption_label->font();
-    bold.setBold(true);
-    caption_label->setFont(bold);
-    caption_label->setBuddy(grid);
     return grid;
 }
 

@@ -12,6 +12,8 @@
 #include "toolkit/help_pages.h"
 #include "ui/exams/register_drag_grid.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
+#include "ui/toolkit/form_rows.h"
 #include "ui/toolkit/screen_kit.h"
 #include "ui/toolkit/text_box_grid_widget.h"
 
@@ -50,20 +52,6 @@ const HeaderLook header_looks[timetable_headers] = {
     {nullptr, 30, 3},
     {nullptr, 0, 0},
 };
-
-int box(const QString& text, int style = engine::mb::OkOnly)
-{
-    return engine::MsgBox(text, style, App_Title());
-}
-
-QLabel* bold_caption(const QString& text, QWidget* parent)
-{
-    auto* caption = new QLabel(text, parent);
-    QFont bold = caption->font();
-    bold.setBold(true);
-    caption->setFont(bold);
-    return caption;
-}
 
 }  // namespace
 
@@ -325,7 +313,7 @@ void frm_ExamList::DBG_Dates_RowColChange()
     take_start();
     if (!timetable_.OK_TO_Exit()) {
         // The list stays on the row chosen; the timetable on its own date.
-        box(QStringLiteral("Cannot change the date while there are changes outstanding"));
+        App_Box(QStringLiteral("Cannot change the date while there are changes outstanding"));
         return;
     }
     dates_->set_bookmark(mark);
@@ -348,7 +336,7 @@ void frm_ExamList::cmd_Add_Pupil_Click()
     HourGlass wait;
     take_start();
     if (!vb::IsDate(txt_Start->text())) {
-        box(QStringLiteral("Please enter a valid start time"));
+        App_Box(QStringLiteral("Please enter a valid start time"));
         return;
     }
     timetable_.Handle_Add_Pupil(dbg_Register->SelBookmarks());
@@ -431,7 +419,7 @@ void frm_ExamList::mnu_Exit_Click()
         Switch_Screen(this, nullptr, false);
         return;
     }
-    const int answer = box(QStringLiteral("You have made changes to times that have not been stored in the database.\n"
+    const int answer = App_Box(QStringLiteral("You have made changes to times that have not been stored in the database.\n"
                                           "Do you wish to save the changes?"),
                            engine::mb::YesNo | engine::mb::Question);
     if (answer == engine::answer::Yes) {

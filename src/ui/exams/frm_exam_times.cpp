@@ -6,6 +6,7 @@
 #include "toolkit/help_pages.h"
 #include "ui/shell/switch_screen.h"
 #include "ui/toolkit/data_grid.h"
+#include "ui/toolkit/form_rows.h"
 #include "ui/toolkit/screen_kit.h"
 #include "ui/toolkit/text_box_grid_widget.h"
 
@@ -65,10 +66,7 @@ void frm_ExamTimes::build_controls()
     // The dates at the left; the pupils of the date chosen at the right.
     auto* dates = new QVBoxLayout;
     dates->setSpacing(4);
-    DBG_Dates_Caption = new QLabel(QStringLiteral("Activity Dates"), this);
-    QFont bold = DBG_Dates_Caption->font();
-    bold.setBold(true);
-    DBG_Dates_Caption->setFont(bold);
+    DBG_Dates_Caption = bold_caption(QStringLiteral("Activity Dates"), this);
     DBG_Dates = new DataGrid(this);
     DBG_Dates->setObjectName(QStringLiteral("DBG_Dates"));
     DBG_Dates->setAccessibleName(DBG_Dates_Caption->text());

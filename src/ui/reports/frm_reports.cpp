@@ -13,6 +13,7 @@
 #include "ui/reports/report_printing.h"
 #include "ui/shell/screen_catalogue.h"
 #include "ui/shell/switch_screen.h"
+#include "ui/toolkit/app_boxes.h"
 #include "ui/toolkit/frm_select_file.h"
 #include "ui/toolkit/screen_kit.h"
 
@@ -36,11 +37,6 @@ constexpr int heading = -1;  // the item data of a heading in lst_Reports
 bool is_own_choice(const ReportEntry* entry)
 {
     return entry && entry->report_file.trimmed().isEmpty();
-}
-
-void box(const QString& text)
-{
-    engine::MsgBox(text, engine::mb::OkOnly, App_Title());
 }
 
 void clear_request()
@@ -300,7 +296,7 @@ void frm_Reports::lst_OutputFileType_Click()
 {
     const QListWidgetItem* item = lst_OutputFileType->currentItem();
     if (!item) {
-        box(QStringLiteral("Please choose an output type"));
+        App_Box(QStringLiteral("Please choose an output type"));
         return;
     }
     txt_Filename->setText(proposed_output_file(GCR_Report_File(), extension_of(item->data(Qt::UserRole).toInt())));
@@ -339,7 +335,7 @@ void frm_Reports::cmd_Do_Click()
     Determine_Printer_Settings();
     const ReportEntry* entry = chosen_report();
     if (!entry || GCR_Report_File().trimmed().isEmpty()) {
-        box(QStringLiteral("Please select a report"));
+        App_Box(QStringLiteral("Please select a report"));
         txt_Status->setText(QStringLiteral("No report selected"));
         return;
     }
@@ -349,14 +345,14 @@ void frm_Reports::cmd_Do_Click()
         return;
     if (opt_File->isChecked()) {
         if (txt_Filename->text().trimmed().isEmpty()) {
-            box(QStringLiteral("Please enter a filename for the output"));
+            App_Box(QStringLiteral("Please enter a filename for the output"));
             txt_Status->setText(QStringLiteral("No output file selected"));
             txt_Filename->setFocus(Qt::OtherFocusReason);
             return;
         }
         // A file of no kind would come out as a web page whatever its name says.
         if (!lst_OutputFileType->currentItem()) {
-            box(QStringLiteral("Please choose an output type"));
+            App_Box(QStringLiteral("Please choose an output type"));
             return;
         }
     }

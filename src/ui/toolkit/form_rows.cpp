@@ -10,6 +10,17 @@ QLabel* label_for(QWidget* field, const QString& caption, QWidget* parent)
     return label;
 }
 
+QLabel* bold_caption(const QString& text, QWidget* parent, QWidget* field)
+{
+    auto* caption = new QLabel(text, parent);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    if (field)
+        caption->setBuddy(field);
+    return caption;
+}
+
 QGridLayout* field_grid()
 {
     auto* grid = new QGridLayout;

@@ -12,6 +12,9 @@ class QWidget;
 // A caption tied to its field.
 QLabel* label_for(QWidget* field, const QString& caption, QWidget* parent);
 
+// A caption in bold, standing over a list or grid; tied to it when given.
+QLabel* bold_caption(const QString& text, QWidget* parent, QWidget* field = nullptr);
+
 // A grid of caption and field, the fields taking the width.
 QGridLayout* field_grid();
 
